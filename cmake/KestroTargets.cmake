@@ -1,0 +1,55 @@
+# Targets follow the folders: a new source file is picked up by the next build, without an edit here.
+
+# Puts the .cpp files below the given folders (relative to the project) into `result`.
+function(kestro_collect result)
+  set(found)
+  foreach(folder IN LISTS ARGN)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/${folder}/*.cpp")
+    list(APPEND found ${files})
+  endforeach()
+  set(${result} ${found} PARENT_SCOPE)
+endfunction()
+
+# Library kestro_<name> of src/adapters/<name>, linked with the given libraries. Without sources it is
+# an empty interface target, so that users can name it all the same.
+function(kestro_adapter name)
+  kestro_collect(sources "src/adapters/${name}")
+  if(sources)
+    add_library(kestro_${name} STATIC ${sources})
+    target_link_libraries(kestro_${name} PUBLIC kestro ${ARGN} PRIVATE kestro_warnings)
+  else()
+    add_library(kestro_${name} INTERFACE)
+    target_link_libraries(kestro_${name} INTERFACE kestro ${ARGN})
+  endif()
+endfunction()
+
+# Program <name> of src/programs/<name>, placed in the program folder. It is left out when the folder
+# has no sources or a required library does not exist in this configuration.
+function(kestro_program name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "REQUIRES;OPTIONAL")
+  kestro_collect(sources "src/programs/${name}")
+  if(NOT sources)
+    return()
+  endif()
+  foreach(library IN LISTS arg_REQUIRES)
+    if(NOT TARGET ${library})
+      message(STATUS "${name} is left out: ${library} is not part of this configuration")
+      return()
+    endif()
+  endforeach()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE ${arg_REQUIRES} kestro kestro_warnings)
+  foreach(library IN LISTS arg_OPTIONAL)
+    if(TARGET ${library})
+      string(REPLACE "kestro_" "" adapter "${library}")
+      string(TOUPPER "${adapter}" adapter)
+      target_link_libraries(${name} PRIVATE ${library})
+      # KESTRO_WITH_QT and the like: the program offers what it was linked with.
+      target_compile_definitions(${name} PRIVATE "KESTRO_WITH_${adapter}")
+    endif()
+  endforeach()
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${KESTRO_PROGRAM_DIR}")
+  if(NOT name STREQUAL "cti-template")
+    add_dependencies(${name} program_folder)
+  endif()
+endfunction()

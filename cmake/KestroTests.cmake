@@ -1,0 +1,116 @@
+# Unit tests, Qt tests, scenarios, fuzz programs and benchmarks. A kind whose folder is empty is left out.
+
+enable_testing()
+include(GoogleTest)
+
+# The libraries that every test program may use.
+set(test_libraries kestro_headless kestro_sqlite kestro kestro_warnings)
+if(TARGET kestro_posix)
+  list(PREPEND test_libraries kestro_posix)
+endif()
+
+# What test programs have in common: the folders they read, and code shared between them.
+function(kestro_test_program name)
+  target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  target_compile_definitions(${name} PRIVATE "KESTRO_TEST_DATA_DIR=\"${CMAKE_SOURCE_DIR}/tests/data\""
+                                             "KESTRO_PROGRAM_DIR=\"${KESTRO_PROGRAM_DIR}\"")
+  add_dependencies(${name} program_folder)
+endfunction()
+
+if(KESTRO_TESTS)
+  kestro_collect(support_sources tests/support)
+  kestro_collect(unit_sources tests/unit)
+  kestro_collect(qt_test_sources tests/qt)
+
+  if(unit_sources OR qt_test_sources)
+    find_package(GTest QUIET)
+    if(NOT GTest_FOUND)
+      # The programs can be built without it; "./dev test" installs it first.
+      message(WARNING "GoogleTest was not found: the unit tests are left out")
+    endif()
+  endif()
+
+  if(unit_sources AND GTest_FOUND)
+    add_executable(kestro-unit-tests ${unit_sources} ${support_sources})
+    target_link_libraries(kestro-unit-tests PRIVATE ${test_libraries} GTest::gtest GTest::gtest_main)
+    kestro_test_program(kestro-unit-tests)
+    gtest_discover_tests(kestro-unit-tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS unit)
+  endif()
+
+  if(qt_test_sources AND GTest_FOUND AND TARGET kestro_qt)
+    add_executable(kestro-qt-tests ${qt_test_sources} ${support_sources})
+    target_link_libraries(kestro-qt-tests PRIVATE kestro_qt ${test_libraries} GTest::gtest)
+    kestro_test_program(kestro-qt-tests)
+    # Listing and running both go through this: no screen is needed, the user's own settings stay untouched.
+    set_target_properties(kestro-qt-tests PROPERTIES AUTOMOC ON CROSSCOMPILING_EMULATOR
+                                                                "${CMAKE_SOURCE_DIR}/tests/isolated.sh")
+    gtest_discover_tests(kestro-qt-tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS qt)
+  endif()
+
+  # One test a folder: tests/scenarios/reception becomes scenario.reception.
+  if(TARGET cti-scenario)
+    file(GLOB_RECURSE scenario_files CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/scenarios/*.scenario")
+    set(scenario_folders)
+    foreach(file IN LISTS scenario_files)
+      get_filename_component(folder "${file}" DIRECTORY)
+      list(APPEND scenario_folders "${folder}")
+    endforeach()
+    list(REMOVE_DUPLICATES scenario_folders)
+    set(front_ends headless)
+    if(TARGET kestro_qt)
+      list(APPEND front_ends qt)
+    endif()
+    foreach(folder IN LISTS scenario_folders)
+      file(RELATIVE_PATH name "${CMAKE_SOURCE_DIR}/tests" "${folder}")
+      string(REGEX REPLACE "^scenarios" "scenario" name "${name}")
+      string(REPLACE "/" "." name "${name}")
+      add_test(NAME "${name}" COMMAND "${CMAKE_SOURCE_DIR}/tests/run_scenarios.sh" --flat --front-ends
+                                      "${front_ends}" "$<TARGET_FILE:cti-scenario>" "${folder}")
+      # The runner uses every processor by itself.
+      set_tests_properties("${name}" PROPERTIES LABELS scenario RUN_SERIAL ON TIMEOUT 900)
+    endforeach()
+  endif()
+endif()
+
+# Fuzz programs: clang brings its own engine; otherwise our driver runs seeded mutations of the corpus.
+if(KESTRO_FUZZERS)
+  file(GLOB fuzz_sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/fuzz/*.cpp")
+  set(fuzz_programs)
+  if(fuzz_sources AND NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    add_library(kestro_fuzz_driver STATIC "${CMAKE_SOURCE_DIR}/tests/fuzz/driver/standalone_driver.cpp")
+    target_link_libraries(kestro_fuzz_driver PRIVATE kestro_warnings)
+  endif()
+  foreach(source IN LISTS fuzz_sources)
+    get_filename_component(name "${source}" NAME_WE)
+    add_executable(fuzz_${name} "${source}")
+    target_link_libraries(fuzz_${name} PRIVATE ${test_libraries})
+    kestro_test_program(fuzz_${name})
+    set_target_properties(fuzz_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+      target_compile_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+      target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+    else()
+      target_link_libraries(fuzz_${name} PRIVATE kestro_fuzz_driver)
+    endif()
+  endforeach()
+endif()
+
+# Benchmarks: one program a file.
+if(KESTRO_BENCHMARKS)
+  file(GLOB bench_sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/bench/*.cpp")
+  if(bench_sources)
+    find_package(benchmark QUIET)
+    if(NOT benchmark_FOUND)
+      message(WARNING "Google Benchmark was not found: the benchmarks are left out")
+    endif()
+  endif()
+  if(benchmark_FOUND)
+    foreach(source IN LISTS bench_sources)
+      get_filename_component(name "${source}" NAME_WE)
+      add_executable(bench_${name} "${source}")
+      target_link_libraries(bench_${name} PRIVATE ${test_libraries} benchmark::benchmark)
+      kestro_test_program(bench_${name})
+      set_target_properties(bench_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bench")
+    endforeach()
+  endif()
+endif()

@@ -1,0 +1,121 @@
+#!/usr/bin/env bash
+# Plays scenarios on each front end and compares the transcripts:
+#   tests/run_scenarios.sh [--front-ends "headless qt"] [--flat] [--show] PLAYER FOLDER-OR-FILE...
+# --flat takes only the files directly in a folder, not those in folders below it; --show prints a line
+# for every scenario, not only for those that fail. Exit status: 0 when every scenario ended with status
+# 0 on every front end with equal transcripts, otherwise 1; no scenario at all is a failure too.
+set -euo pipefail
+
+kTimeoutSeconds=120
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+
+# One scenario on all front ends; the report goes to the file named, and a missing report means success.
+play_one() {
+  local player=$1 front_ends=$2 results=$3 scenario=$4
+  local name failed=0 first="" front_end status out
+  name=$(printf '%s' "$scenario" | sha256sum | cut -c1-16)
+  {
+    for front_end in $front_ends; do
+      out="$results/$name.$front_end"
+      status=0
+      timeout --kill-after=5 "$kTimeoutSeconds" "$here/isolated.sh" \
+        "$player" --front-end "$front_end" "$scenario" >"$out" 2>"$out.errors" </dev/null || status=$?
+      if ((status != 0)); then
+        failed=1
+        if ((status == 124 || status == 137)); then
+          echo "  $front_end: no end after $kTimeoutSeconds s"
+        else
+          echo "  $front_end: exit status $status"
+        fi
+        sed 's/^/    /' "$out.errors"
+      fi
+      if [[ -z $first ]]; then
+        first=$front_end
+      elif ! diff -u --label "$first" --label "$front_end" "$results/$name.$first" "$out" >"$out.diff"; then
+        failed=1
+        echo "  the transcripts of $first and $front_end differ:"
+        sed 's/^/    /' "$out.diff"
+      fi
+    done
+  } >"$results/$name.report" 2>&1
+  if ((failed)); then
+    echo failed >"$results/$name.verdict"
+  else
+    echo passed >"$results/$name.verdict"
+  fi
+}
+
+if [[ ${1:-} == --play-one ]]; then
+  shift
+  play_one "$@"
+  exit 0
+fi
+
+front_ends="headless qt"
+flat=()
+show=0
+while (($# > 0)); do
+  case $1 in
+    --front-ends)
+      front_ends=${2//;/ }
+      shift 2
+      ;;
+    --flat)
+      flat=(-maxdepth 1)
+      shift
+      ;;
+    --show)
+      show=1
+      shift
+      ;;
+    *) break ;;
+  esac
+done
+if (($# < 2)); then
+  echo "usage: $0 [--front-ends \"headless qt\"] [--flat] [--show] PLAYER FOLDER-OR-FILE..." >&2
+  exit 1
+fi
+player=$1
+shift
+if [[ ! -x $player ]]; then
+  echo "$player is not a program" >&2
+  exit 1
+fi
+player=$(realpath "$player")
+
+scenarios=()
+while IFS= read -r -d '' file; do
+  scenarios+=("$file")
+done < <(find "$@" "${flat[@]}" -type f -name '*.scenario' -print0 | LC_ALL=C sort -z)
+if ((${#scenarios[@]} == 0)); then
+  echo "no scenario in: $*" >&2
+  echo "0 passed, 0 failed"
+  exit 1
+fi
+
+results=$(mktemp -d)
+trap 'rm -rf "$results"' EXIT
+printf '%s\0' "${scenarios[@]}" |
+  xargs -0 -n 1 -P "$(nproc)" "${BASH_SOURCE[0]}" --play-one "$player" "$front_ends" "$results" || true
+
+passed=0
+failed=0
+for scenario in "${scenarios[@]}"; do
+  name=$(printf '%s' "$scenario" | sha256sum | cut -c1-16)
+  if [[ $(cat "$results/$name.verdict" 2>/dev/null) == passed ]]; then
+    passed=$((passed + 1))
+    if ((show)); then
+      echo "passed $scenario"
+    fi
+  else
+    failed=$((failed + 1))
+    echo "FAILED $scenario"
+    if [[ -s $results/$name.report ]]; then
+      cat "$results/$name.report"
+    else
+      echo "  it was not played to its end"
+    fi
+  fi
+done
+echo "$passed passed, $failed failed"
+((failed == 0))
