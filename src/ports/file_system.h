@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kestro::ports {
+
+/// The scripting file-system object. Paths are the system's own ("\"
+/// separators, UTF-8); the adapter translates. A failure is raised as
+/// base::RuntimeError (53 file not found, 58 exists, 75 access, 76 path not found).
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  [[nodiscard]] virtual bool FileExists(std::string_view path) const = 0;
+  [[nodiscard]] virtual bool FolderExists(std::string_view path) const = 0;
+  virtual void CreateFolder(std::string_view path) = 0;
+  virtual void CopyFileTo(std::string_view source, std::string_view target, bool overwrite) = 0;
+  /// Read-only attribute (bit 1) and the others; raises 53 for a missing file.
+  [[nodiscard]] virtual int FileAttributes(std::string_view path) const = 0;
+  /// Folder in which the program lies, without a trailing separator.
+  [[nodiscard]] virtual std::string ProgramFolder() const = 0;
+  /// The user's application-data folder; raises when there is none.
+  [[nodiscard]] virtual std::string UserDataFolder() const = 0;
+
+  static constexpr int kReadOnlyAttribute = 1;
+};
+
+/// Path arithmetic on system paths; touches no disk.
+[[nodiscard]] std::string GetParentFolderName(std::string_view path);
+[[nodiscard]] std::string GetFileName(std::string_view path);
+/// `folder` and `name` with exactly one separator between them.
+[[nodiscard]] std::string BuildPath(std::string_view folder, std::string_view name);
+
+}  // namespace kestro::ports
