@@ -1,0 +1,98 @@
+#include "contacts/contact_statements.h"
+
+#include <array>
+
+#include "base/text.h"
+
+namespace kestro::contacts {
+namespace {
+
+constexpr std::array<std::string_view, kPhoneCount> kPhoneTypeColumns = {"PhoneType1", "PhoneType2",
+                                                                         "PhoneType3", "PhoneType4"};
+
+/// Stored columns without the key: the text properties, then the phone types.
+std::vector<std::string_view> Columns() {
+  std::vector<std::string_view> columns;
+  for (const auto& property : TextProperties()) columns.push_back(property.name);
+  columns.insert(columns.end(), kPhoneTypeColumns.begin(), kPhoneTypeColumns.end());
+  return columns;
+}
+
+/// Each part followed by `suffix`, separated by commas.
+std::string Joined(const std::vector<std::string_view>& parts, std::string_view suffix = {}) {
+  std::string text;
+  for (const auto part : parts) {
+    if (!text.empty()) text += ", ";
+    text.append(part).append(suffix);
+  }
+  return text;
+}
+
+ContactStatements MakeStatements() {
+  const auto columns = Columns();
+  const std::string select = "SELECT id_Contact, " + Joined(columns) + " FROM Contact WHERE ";
+  const std::vector<std::string_view> marks(columns.size(), "?");
+  return {
+      .select_by_key = select + "id_Contact = ?",
+      .select_by_phone = select +
+                         "SearchPhone1 = ? OR SearchPhone2 = ? OR SearchPhone3 = ? OR SearchPhone4 = ? "
+                         "ORDER BY id_Contact",
+      .insert = "INSERT INTO Contact (" + Joined(columns) + ") VALUES (" + Joined(marks) + ")",
+      .update = "UPDATE Contact SET " + Joined(columns, " = ?") + " WHERE id_Contact = ?",
+  };
+}
+
+}  // namespace
+
+const ContactStatements& GetContactStatements() {
+  static const ContactStatements kStatements = MakeStatements();
+  return kStatements;
+}
+
+ContactSearch MakeContactSearch(std::string_view name, std::string_view company, std::string_view city,
+                                std::string_view note) {
+  struct Condition {
+    std::string_view text;
+    std::string_view part;
+  };
+  const Condition conditions[] = {{"ContainsText(Name, ?)", name},
+                                  {"ContainsText(Company, ?)", company},
+                                  {"ContainsText(City, ?)", city},
+                                  {"ContainsText(Note, ?)", note}};
+  ContactSearch search{"SELECT id_Contact, Name, Company, City, Phone1 FROM Contact", {}};
+  for (const auto& [text, part] : conditions) {
+    if (part.empty()) continue;
+    search.text.append(search.values.empty() ? " WHERE " : " AND ").append(text);
+    search.values.emplace_back(part);
+  }
+  search.text += " ORDER BY Name COLLATE TextOrder, id_Contact";
+  return search;
+}
+
+std::vector<DatabaseSession::Value> ContactValues(Contact& contact) {
+  std::vector<DatabaseSession::Value> values;
+  values.reserve(TextProperties().size() + kPhoneCount + 1);
+  for (const auto& property : TextProperties()) values.emplace_back(std::string_view(property.of(contact)));
+  for (const auto type : contact.PhoneType) values.emplace_back(type);
+  return values;
+}
+
+Contact ReadContact(const ports::Recordset& row) {
+  Contact contact;
+  int column = 0;
+  contact.id_Contact = row.Integer(column++);
+  for (const auto& property : TextProperties()) property.of(contact) = row.Text(column++);
+  for (auto& type : contact.PhoneType) type = row.Integer(column++);
+  return contact;
+}
+
+Contact CutToWidths(Contact contact) {
+  for (const auto& property : TextProperties()) {
+    if (!property.width) continue;
+    std::string& text = property.of(contact);
+    text.resize(base::FirstCharacters(text, static_cast<std::size_t>(*property.width)).size());
+  }
+  return contact;
+}
+
+}  // namespace kestro::contacts

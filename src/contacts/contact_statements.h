@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "contacts/contact.h"
+#include "contacts/database_session.h"
+#include "ports/database.h"
+
+namespace kestro::contacts {
+
+/// The statements over the table Contact. Every text is the same each time it is asked for, so that the
+/// database prepares it once.
+struct ContactStatements {
+  std::string select_by_key;    // the key
+  std::string select_by_phone;  // the search form, kPhoneCount times
+  std::string insert;           // ContactValues
+  std::string update;           // ContactValues, then the key
+};
+
+[[nodiscard]] const ContactStatements& GetContactStatements();
+
+/// A search: its text and the parts to look for, in the order of the "?" marks. The values view the
+/// arguments.
+struct ContactSearch {
+  std::string text;
+  std::vector<DatabaseSession::Value> values;
+};
+
+/// Leaves out the conditions of the empty parts.
+[[nodiscard]] ContactSearch MakeContactSearch(std::string_view name, std::string_view company,
+                                              std::string_view city, std::string_view note);
+
+/// Every stored property but the key, in the order of the insertion's columns; views the contact.
+[[nodiscard]] std::vector<DatabaseSession::Value> ContactValues(Contact& contact);
+
+/// The current row of one of the two selections.
+[[nodiscard]] Contact ReadContact(const ports::Recordset& row);
+
+/// The contact with every text cut to its width.
+[[nodiscard]] Contact CutToWidths(Contact contact);
+
+}  // namespace kestro::contacts

@@ -1,0 +1,120 @@
+#include "telephony/tapi_error.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace kestro::telephony {
+namespace {
+
+constexpr std::uint32_t kFirstError = 0x80000001U;
+
+/// Names by value from 0x80000001 on; empty where a value has no name. Value
+/// 0x8000000D stays unnamed on purpose although the line functions define it.
+constexpr std::array<std::string_view, 86> kNames = {
+    "LINEERR_ALLOCATED",
+    "LINEERR_BADDEVICEID",
+    "LINEERR_BEARERMODEUNAVAIL",
+    "",
+    "LINEERR_CALLUNAVAIL",
+    "LINEERR_COMPLETIONOVERRUN",
+    "LINEERR_CONFERENCEFULL",
+    "LINEERR_DIALBILLING",
+    "LINEERR_DIALDIALTONE",
+    "LINEERR_DIALPROMPT",
+    "LINEERR_DIALQUIET",
+    "LINEERR_INCOMPATIBLEAPIVERSION",
+    "",
+    "LINEERR_INIFILECORRUPT",
+    "LINEERR_INUSE",
+    "LINEERR_INVALADDRESS",
+    "LINEERR_INVALADDRESSID",
+    "LINEERR_INVALADDRESSMODE",
+    "LINEERR_INVALADDRESSSTATE",
+    "LINEERR_INVALAPPHANDLE",
+    "LINEERR_INVALAPPNAME",
+    "LINEERR_INVALBEARERMODE",
+    "LINEERR_INVALCALLCOMPLMODE",
+    "LINEERR_INVALCALLHANDLE",
+    "LINEERR_INVALCALLPARAMS",
+    "LINEERR_INVALCALLPRIVILEGE",
+    "LINEERR_INVALCALLSELECT",
+    "LINEERR_INVALCALLSTATE",
+    "LINEERR_INVALCALLSTATELIST",
+    "LINEERR_INVALCARD",
+    "LINEERR_INVALCOMPLETIONID",
+    "LINEERR_INVALCONFCALLHANDLE",
+    "LINEERR_INVALCONSULTCALLHANDLE",
+    "LINEERR_INVALCOUNTRYCODE",
+    "LINEERR_INVALDEVICECLASS",
+    "LINEERR_INVALDEVICEHANDLE",
+    "LINEERR_INVALDIALPARAMS",
+    "LINEERR_INVALDIGITLIST",
+    "LINEERR_INVALDIGITMODE",
+    "LINEERR_INVALDIGITS",
+    "LINEERR_INVALEXTVERSION",
+    "LINEERR_INVALGROUPID",
+    "LINEERR_INVALLINEHANDLE",
+    "LINEERR_INVALLINESTATE",
+    "LINEERR_INVALLOCATION",
+    "LINEERR_INVALMEDIALIST",
+    "LINEERR_INVALMEDIAMODE",
+    "LINEERR_INVALMESSAGEID",
+    "",
+    "LINEERR_INVALPARAM",
+    "LINEERR_INVALPARKID",
+    "LINEERR_INVALPARKMODE",
+    "LINEERR_INVALPOINTER",
+    "LINEERR_INVALPRIVSELECT",
+    "LINEERR_INVALRATE",
+    "LINEERR_INVALREQUESTMODE",
+    "LINEERR_INVALTERMINALID",
+    "LINEERR_INVALTERMINALMODE",
+    "LINEERR_INVALTIMEOUT",
+    "LINEERR_INVALTONE",
+    "LINEERR_INVALTONELIST",
+    "LINEERR_INVALTONEMODE",
+    "LINEERR_INVALTRANSFERMODE",
+    "LINEERR_LINEMAPPERFAILED",
+    "LINEERR_NOCONFERENCE",
+    "LINEERR_NODEVICE",
+    "LINEERR_NODRIVER",
+    "LINEERR_NOMEM",
+    "LINEERR_NOREQUEST",
+    "LINEERR_NOTOWNER",
+    "LINEERR_NOTREGISTERED",
+    "LINEERR_OPERATIONFAILED",
+    "LINEERR_OPERATIONUNAVAIL",
+    "LINEERR_RATEUNAVAIL",
+    "LINEERR_RESOURCEUNAVAIL",
+    "LINEERR_REQUESTOVERRUN",
+    "LINEERR_STRUCTURETOOSMALL",
+    "LINEERR_TARGETNOTFOUND",
+    "LINEERR_TARGETSELF",
+    "LINEERR_UNINITIALIZED",
+    "LINEERR_USERUSERINFOTOOBIG",
+    "LINEERR_REINIT",
+    "LINEERR_ADDRESSBLOCKED",
+    "LINEERR_BILLINGREJECTED",
+    "LINEERR_INVALFEATURE",
+    "LINEERR_NOMULTIPLEINSTANCE",
+};
+
+std::string NameOf(std::int32_t error_code) {
+  const std::uint32_t index = static_cast<std::uint32_t>(error_code) - kFirstError;
+  if (index < kNames.size() && !kNames[index].empty()) return std::string(kNames[index]);
+  return "Unknown TAPI Error '" + std::to_string(error_code) + "'";
+}
+
+}  // namespace
+
+void TAPIError::ProcessTAPIError(std::int32_t error_code) const {
+  constexpr std::string_view kName = "ProcessTAPIError";
+  procedure_(kName, [&] {
+    const std::string name = NameOf(error_code);
+    procedure_.Trace(kName, name);
+    procedure_.Log(kName, "TAPI Error = " + name);
+  });
+}
+
+}  // namespace kestro::telephony
