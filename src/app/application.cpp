@@ -1,0 +1,156 @@
+#include "app/application.h"
+
+#include "contacts/contact_integration_module.h"
+#include "core/application_ending.h"
+#include "core/foreground.h"
+#include "core/localization.h"
+#include "core/log_module.h"
+#include "core/messages.h"
+#include "core/registry_settings_module.h"
+#include "core/shared_functions.h"
+#include "core/shell_version.h"
+#include "management/initialize_settings.h"
+#include "management/main_form.h"
+#include "management/settings.h"
+#include "reception/call_events.h"
+#include "reception/call_transfer.h"
+#include "reception/call_windows.h"
+#include "reception/contact_detail.h"
+#include "reception/internal_call.h"
+#include "reception/internal_lines.h"
+#include "reception/system_tray_events.h"
+#include "reception/system_tray_form.h"
+#include "reception/transfer_menu.h"
+#include "reception/tray_icon.h"
+#include "reception/unknown_contact.h"
+#include "telephony/tapi_functions_module.h"
+
+namespace kestro::app {
+namespace {
+
+/// The contact editor is not part of this version: its buttons end in the log.
+class NoContactEditor final : public reception::ContactEditing {
+ public:
+  void EditContact(const contacts::Contact& /*contact*/) override { Raise(); }
+  void NewContact(std::string_view /*phone*/) override { Raise(); }
+  void NewContactFromCall(const std::optional<std::string>& /*phone*/) override { Raise(); }
+
+ private:
+  [[noreturn]] static void Raise() {
+    throw base::RuntimeError(base::kActionNotSupported, "This version has no contact editor");
+  }
+};
+
+}  // namespace
+
+/// All modules, each behind those that it uses. Where the line events, further
+/// down, call the call events, further up, the call goes through this object.
+struct Application::Modules final : telephony::LineEventReceiver {
+  explicit Modules(const Ports& given) : ports(given) {}
+
+  // --- telephony::LineEventReceiver ---
+  void OnIncommingCall() override { events.OnIncommingCall(); }
+  void OnCallAccept() override { events.OnCallAccept(); }
+  void OnCallDisconnect() override { events.OnCallDisconnect(); }
+  std::string GetInternalCallerName(std::string_view caller_id) override {
+    return lines.GetInternalCallerName(caller_id);
+  }
+  void ShowBaloonToolTip(std::string_view title, std::string_view text) override {
+    icon.ShowBaloonToolTip(title, text);
+  }
+  bool DoSupportTrayBaloon() override { return shell.DoSupportTrayBaloon(); }
+  void ShowInternallCalDialog(std::string_view caller) override {
+    call_windows.ShowInternallCalDialog(caller);
+  }
+  void ShutDownApplication(const base::RuntimeError& error) override { ending.ShutDownApplication(error); }
+
+  Ports ports;
+  core::ApplicationFlags flags;
+  core::LogModule log{ports.log};
+  core::Localization texts{log};
+  core::Messages messages{texts, ports.boxes};
+  core::SharedFunctions shared{log, ports.files};
+  core::RegistrySettingsModule registry{log, ports.settings};
+  core::Functions::ShellVersion shell{log, ports.shell};
+  core::ForceFore foreground{log, ports.foreground};
+  management::Settings settings{ports.windows, log, texts};
+  management::Functions::SettingsLoading settings_loading{log, registry, shell, settings};
+  contacts::ContactIntegrationModule contacts{log, shared, ports.database, ports.files, settings};
+  telephony::TAPIFunctionsModule line{
+      {log, messages, texts, registry, flags, ports.line, ports.code_page, contacts, *this, settings}};
+  core::Functions::ApplicationEnding ending{log, messages, line, ports.windows, ports.process, flags};
+  management::frmMainForm main_form{ports.windows, {log, texts, flags, ending, foreground}};
+  reception::SystemTrayForm tray{ports.windows, log, texts};
+  reception::Functions::InternalLines lines{log, tray};
+  reception::Functions::TrayIcon icon{log, texts, shared, shell, ports.notification_area, ports.code_page,
+                                      tray};
+  reception::Functions::CallTransfer transfer{log, messages, line};
+  NoContactEditor editor;
+  reception::ContactDetail detail{
+      ports.windows, {log, texts, flags, ending, contacts, ports.files, lines, transfer, editor}};
+  reception::UnknownContact unknown{ports.windows, {log, texts, flags, ending, lines, transfer, editor}};
+  reception::InternalCall internal{ports.windows, log, texts};
+  reception::Functions::CallWindows call_windows{log,  texts,  flags,   foreground,
+                                                 line, detail, unknown, internal};
+  reception::Functions::TransferMenu menu{log, texts, flags, contacts, tray, detail, unknown};
+  reception::Functions::CallEvents events{
+      {log, texts, flags, shell, settings, line, tray, lines, icon, menu, call_windows, detail, unknown}};
+  reception::SystemTrayEvents tray_events{{log, flags, shell, ending, contacts, line, main_form, tray, lines,
+                                           transfer, icon, call_windows, events}};
+  std::vector<forms::Form*> forms{&main_form, &tray, &settings, &detail, &unknown, &internal};
+};
+
+Application::Application(const Ports& ports) : modules_(std::make_unique<Modules>(ports)) {
+  modules_->ending.SetForms(modules_->forms);
+  modules_->ports.notification_area.SetCallback([modules = modules_.get()](std::uint32_t code) {
+    modules->tray_events.Form_MouseMove(0, 0, static_cast<int>(code), 0);
+  });
+}
+
+Application::~Application() { modules_->ports.notification_area.SetCallback({}); }
+
+void Application::Start() {
+  Modules& m = *modules_;
+  m.log.SetLogDirectory(m.shared.GetCurrentApplicationPath());
+  m.main_form.Load();
+  m.settings.Load();
+  m.tray.Load();
+  m.settings_loading.InitializeSettings();
+  m.line.InitializeLine();
+  m.icon.InitializeTrayIcon();
+  m.flags.DatabaseAccessible = m.contacts.CheckAccessIntoContactDatabase(m.settings.DatabasePath());
+  m.line.StartLineListening(m.line.GetCurrentLineId());
+  m.flags.ApplicationStarted = true;
+  m.menu.SetTrayIconMenuForStartedApplication();
+  m.menu.SetTrayFormForStartedApplication();
+  m.icon.ChangeTrayIconToIdle();
+  m.icon.DeleteTrayBaloonTooltip();
+  m.menu.PopulateTransferSubmenuData();
+}
+
+void Application::End() { modules_->ending.IsApplicationShutdown(); }
+
+const std::vector<forms::Form*>& Application::Forms() const { return modules_->forms; }
+
+forms::Form* Application::FindForm(std::string_view name) const {
+  for (forms::Form* form : modules_->forms) {
+    if (form->name() == name) return form;
+  }
+  return nullptr;
+}
+
+const core::ApplicationFlags& Application::Flags() const { return modules_->flags; }
+
+const telephony::CurrentCall& Application::Call() const { return modules_->line.call(); }
+
+std::int32_t Application::CurrentLineId() const { return modules_->line.GetCurrentLineId(); }
+
+bool Application::LineIdSet() const { return modules_->line.IsLineIdSet(); }
+
+const ports::NotificationRecord& Application::TrayIconData() const { return modules_->icon.TrayIconData(); }
+
+const forms::MenuItem& Application::TrayMenu() const { return modules_->tray.mPopupSys; }
+
+std::string Application::DatabasePath() const { return modules_->settings.DatabasePath(); }
+
+}  // namespace kestro::app

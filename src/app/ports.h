@@ -1,0 +1,35 @@
+#pragma once
+
+#include "forms/form_host.h"
+#include "ports/ansi_code_page.h"
+#include "ports/clock.h"
+#include "ports/database.h"
+#include "ports/file_system.h"
+#include "ports/foreground_windows.h"
+#include "ports/line_functions.h"
+#include "ports/logging_component.h"
+#include "ports/message_boxes.h"
+#include "ports/notification_area.h"
+#include "ports/process_control.h"
+#include "ports/settings_store.h"
+#include "ports/shell_information.h"
+
+namespace kestro::app {
+
+/// Everything that the application asks of the outside world.
+struct Ports {
+  ports::LineFunctions& line;
+  ports::AnsiCodePage& code_page;
+  ports::SettingsStore& settings;
+  ports::FileSystem& files;
+  ports::NotificationArea& notification_area;
+  ports::ShellInformation& shell;
+  ports::ForegroundWindows& foreground;
+  ports::MessageBoxes& boxes;
+  ports::Database& database;
+  ports::LoggingComponent& log;
+  ports::ProcessControl& process;
+  forms::FormHost& windows;
+};
+
+}  // namespace kestro::app
