@@ -32,7 +32,7 @@ if(KESTRO_TESTS)
 
   if(unit_sources AND GTest_FOUND)
     add_executable(kestro-unit-tests ${unit_sources} ${support_sources})
-    target_link_libraries(kestro-unit-tests PRIVATE ${test_libraries} GTest::gtest GTest::gtest_main)
+    target_link_libraries(kestro-unit-tests PRIVATE ${test_libraries} GTest::gmock GTest::gtest_main)
     kestro_test_program(kestro-unit-tests)
     gtest_discover_tests(kestro-unit-tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS unit)
   endif()

@@ -1,0 +1,65 @@
+#include "base/text.h"
+
+#include <gtest/gtest.h>
+
+#include "base/runtime_error.h"
+
+namespace kestro::base {
+namespace {
+
+TEST(TextTest, CutsByCharactersAndNeverSplitsOne) {
+  EXPECT_EQ(FirstCharacters("Dvořák", 4), "Dvoř");
+  EXPECT_EQ(FirstCharacters("a\xF0\x9F\x98\x80z", 2), "a\xF0\x9F\x98\x80");
+  EXPECT_EQ(FirstCharacters("e\xCC\x81x", 2), "e\xCC\x81");
+  EXPECT_EQ(FirstCharacters("ab", 9), "ab");
+  EXPECT_EQ(FirstCharacters("ab", 0), "");
+}
+
+TEST(TextTest, AMalformedByteIsOneCharacter) {
+  for (const std::string_view text : {"\x80", "\xC3", "\xC0\x80", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF"}) {
+    EXPECT_EQ(CharacterCount(text), text.size()) << Hex(static_cast<unsigned char>(text[0]));
+    EXPECT_EQ(FoldCase(text), text);
+  }
+}
+
+TEST(TextTest, FoldsAllLetters) {
+  EXPECT_EQ(FoldCase("NOVÁK Říha ΩΣ Я"), FoldCase("novák říha ωσ я"));
+  EXPECT_EQ(UpperCase("Panasonic kx-tda ž\0x"), "PANASONIC KX-TDA Ž");
+  EXPECT_EQ(UpperCase(std::string_view("a\0b", 3)), std::string_view("A\0B", 3));
+  EXPECT_TRUE(EqualIgnoringCase("EXT 101", "ext 101"));
+  EXPECT_FALSE(EqualIgnoringCase("EXT 101", "EXT 1O1"));
+}
+
+TEST(TextTest, TrimsSpacesOnly) {
+  EXPECT_EQ(Trim("  a b  "), "a b");
+  EXPECT_EQ(Trim("\t a\t"), "\t a\t");
+  EXPECT_EQ(Trim("   "), "");
+}
+
+TEST(TextTest, WholeNumbers) {
+  struct Row {
+    std::string_view text;
+    int number;  // of the error, 0 = none
+    std::int32_t value;
+  };
+  for (const Row& row : {Row{" 021 ", 0, 21}, {"-5", 0, -5}, {"+5", 0, 5}, {"2147483647", 0, 2147483647},
+                         {"2147483648", 6, 0}, {"-2147483649", 6, 0}, {"", 13, 0}, {"  ", 13, 0}, {"1 2", 13, 0},
+                         {"12a", 13, 0}, {"+-5", 13, 0}, {"0x10", 13, 0}, {"1.5", 13, 0}}) {
+    try {
+      EXPECT_EQ(ToInt32(row.text), row.value) << row.text;
+      EXPECT_EQ(row.number, 0) << row.text;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.number(), row.number) << row.text;
+    }
+    EXPECT_EQ(ParseInt32(row.text).has_value(), row.number == 0) << row.text;
+  }
+}
+
+TEST(TextTest, ReplaceAllGoesFromTheLeftInOnePass) {
+  EXPECT_EQ(ReplaceAll("aaa", "aa", "a"), "aa");
+  EXPECT_EQ(ReplaceAll("a/b/", "/", "\\"), "a\\b\\");
+  EXPECT_EQ(ReplaceAll("", "x", "y"), "");
+}
+
+}  // namespace
+}  // namespace kestro::base
