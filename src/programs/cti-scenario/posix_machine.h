@@ -1,0 +1,54 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "adapters/posix/iconv_code_page.h"
+#include "adapters/posix/path_map.h"
+#include "adapters/posix/posix_file_system.h"
+#include "adapters/sqlite/sqlite_database.h"
+#include "scenario/machine.h"
+
+namespace kestro::programs {
+
+/// A folder for one scenario: fresh and gone afterwards, or one to keep.
+class ScenarioFolder {
+ public:
+  /// A temporary folder, removed with this object.
+  ScenarioFolder();
+  /// The folder given, which must not be there yet (its parents may be missing).
+  explicit ScenarioFolder(const std::filesystem::path& keep);
+  ~ScenarioFolder();
+  ScenarioFolder(const ScenarioFolder&) = delete;
+  ScenarioFolder& operator=(const ScenarioFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+  bool keep_ = false;
+};
+
+/// The scenario's folder is the application's drive C:. Its program folder gets
+/// the template and the icons that lie beside the running program.
+class PosixMachine final : public scenario::Machine {
+ public:
+  /// `folder` must outlive the machine. std::filesystem errors come through.
+  explicit PosixMachine(const ScenarioFolder& folder);
+
+  [[nodiscard]] ports::FileSystem& Files() override { return files_; }
+  [[nodiscard]] ports::Database& Database() override { return database_; }
+  [[nodiscard]] ports::AnsiCodePage& CodePage() override { return code_page_; }
+  void WriteFile(std::string_view path, std::string_view bytes) override;
+  void RemoveFile(std::string_view path) override;
+  void SetReadOnly(std::string_view path) override;
+  [[nodiscard]] std::string NativePath(std::string_view path) const { return paths_.ToNative(path); }
+
+ private:
+  adapters::PathMap paths_;
+  adapters::PosixFileSystem files_;
+  adapters::IconvCodePage code_page_;
+  adapters::SqliteDatabase database_;
+};
+
+}  // namespace kestro::programs

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/application.h"
+#include "forms/front_end_driver.h"
+#include "ports/ansi_code_page.h"
+#include "ports/database.h"
+#include "ports/memory_settings_store.h"
+
+namespace kestro::scenario {
+
+/// State as transcript lines. Truth values are printed as -1 and 0.
+
+/// The window and, below it, one line a control.
+[[nodiscard]] std::vector<std::string> DumpWindow(const forms::Form& form,
+                                                  const forms::WindowReading& reading);
+/// The menu's entries as the front end shows them (`reading` is that of the menu's window).
+[[nodiscard]] std::vector<std::string> DumpMenu(const forms::MenuItem& menu,
+                                                const forms::WindowReading& reading);
+[[nodiscard]] std::string DumpCall(const app::Application& application);
+[[nodiscard]] std::string DumpFlags(const app::Application& application);
+[[nodiscard]] std::string DumpIcon(const ports::NotificationRecord& record,
+                                   const ports::AnsiCodePage& code_page);
+/// Name and value of each setting under `key`, in the order of the names.
+[[nodiscard]] std::vector<std::string> DumpSettings(const ports::MemorySettingsStore& settings,
+                                                    std::string_view key);
+/// Runs the statement and prints its rows. Raises base::RuntimeError.
+[[nodiscard]] std::vector<std::string> DumpSql(std::string_view statement, ports::Database& database,
+                                               std::string_view connection_string);
+
+}  // namespace kestro::scenario

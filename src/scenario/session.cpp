@@ -1,0 +1,49 @@
+#include "scenario/session.h"
+
+namespace kestro::scenario {
+
+Session::Session(Machine& machine_used, FrontEnd& front_end_used, Transcript& transcript_used)
+    : machine(machine_used),
+      front_end(front_end_used),
+      transcript(transcript_used),
+      exchange([this](std::function<void()> task) { front_end.Post(std::move(task)); }),
+      notification_area(machine.Files(), machine.CodePage(), transcript),
+      boxes([this](std::string_view text, int style,
+                   ports::BoxAnswer planned) { return front_end.ShowBox(text, style, planned); },
+            transcript, problems),
+      windows(front_end.Host(), transcript),
+      log(transcript),
+      line_functions_(exchange, machine.CodePage(), transcript),
+      recorded_settings_(settings, transcript),
+      files_(machine.Files(), transcript),
+      foreground_(front_end.Foreground(), windows, transcript),
+      process_(transcript) {}
+
+void Session::StartApplication() {
+  application_ = std::make_unique<app::Application>(app::Ports{
+      line_functions_,
+      machine.CodePage(),
+      recorded_settings_,
+      files_,
+      notification_area,
+      shell,
+      foreground_,
+      boxes,
+      machine.Database(),
+      log,
+      process_,
+      windows,
+  });
+  application_->Start();
+}
+
+void Session::SetSetting(std::string_view name, std::string_view value) {
+  settings.CreateKey(kSettingsKey);
+  settings.SetValue(kSettingsKey, name, value);
+}
+
+std::string Session::Setting(std::string_view name) {
+  return settings.QueryValue(kSettingsKey, name).value_or(std::string());
+}
+
+}  // namespace kestro::scenario

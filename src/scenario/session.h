@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+
+#include "app/application.h"
+#include "exchange/exchange.h"
+#include "ports/memory_settings_store.h"
+#include "scenario/machine.h"
+#include "scenario/problems.h"
+#include "scenario/recording_form_host.h"
+#include "scenario/recording_line_functions.h"
+#include "scenario/recording_message_boxes.h"
+#include "scenario/recording_notification_area.h"
+#include "scenario/recording_stores.h"
+#include "scenario/scripted_shell_information.h"
+#include "scenario/transcript.h"
+
+namespace kestro::scenario {
+
+/// Key of the settings store under which the application keeps its settings.
+inline constexpr std::string_view kSettingsKey = "Software\\Kestro\\CTI";
+
+/// One complete application on the player's ports, for one scenario. What is
+/// given must outlive it.
+class Session {
+ public:
+  Session(Machine& machine_used, FrontEnd& front_end_used, Transcript& transcript_used);
+
+  Machine& machine;
+  FrontEnd& front_end;
+  Transcript& transcript;
+  Problems problems;
+  exchange::Exchange exchange;
+  ports::MemorySettingsStore settings;
+  ScriptedShellInformation shell;
+  RecordingNotificationArea notification_area;
+  RecordingMessageBoxes boxes;
+  RecordingFormHost windows;
+  RecordingLog log;
+
+  /// Makes and starts the application. base::ProcessEnded comes through.
+  void StartApplication();
+  /// nullptr before the start.
+  [[nodiscard]] app::Application* application() const { return application_.get(); }
+
+  /// Stores a setting without a line in the transcript.
+  void SetSetting(std::string_view name, std::string_view value);
+  [[nodiscard]] std::string Setting(std::string_view name);
+
+ private:
+  RecordingLineFunctions line_functions_;
+  RecordingSettingsStore recorded_settings_;
+  RecordingFileSystem files_;
+  RecordingForegroundWindows foreground_;
+  RecordingProcessControl process_;
+  std::unique_ptr<app::Application> application_;  // last: it uses all of the above until its end
+};
+
+}  // namespace kestro::scenario

@@ -1,0 +1,170 @@
+#include "scenario/window_actions.h"
+
+#include <optional>
+
+#include "scenario/quoting.h"
+#include "scenario/script_line.h"
+
+namespace kestro::scenario {
+namespace {
+
+using forms::ControlKind;
+
+/// A control as a script names it: WINDOW.NAME or WINDOW.NAME(INDEX).
+struct ControlName {
+  std::string_view window;
+  std::string_view control;
+  std::optional<int> index;
+};
+
+ControlName SplitControlName(const Action& action) {
+  const std::string_view written = action.Text(0);
+  const auto dot = written.find('.');
+  if (dot == std::string_view::npos) throw ScriptError(action.line, "a control is written WINDOW.CONTROL");
+  ControlName name{written.substr(0, dot), written.substr(dot + 1), std::nullopt};
+  const auto bracket = name.control.find('(');
+  if (bracket == std::string_view::npos) return name;
+  const std::string_view digits = name.control.substr(bracket + 1);
+  const auto index = digits.ends_with(')') ? ParseNumber(digits.substr(0, digits.size() - 1)) : std::nullopt;
+  if (!index) throw ScriptError(action.line, "an element is written NAME(INDEX)");
+  name.control = name.control.substr(0, bracket);
+  name.index = static_cast<int>(*index);
+  return name;
+}
+
+/// The control that an action is about, in its window.
+struct Target {
+  forms::Form& form;
+  forms::Control& control;
+};
+
+Target FindTarget(const Action& action, Session& session, std::optional<int> index = {}) {
+  const ControlName name = SplitControlName(action);
+  forms::Form& form = FindWindow(action, name.window, session);
+  forms::Control* control = form.FindControl(name.control, name.index ? name.index : index);
+  if (control == nullptr || (name.index && !control->array_index())) {
+    throw ScriptError(action.line, "unknown control " + action.Text(0));
+  }
+  return {form, *control};
+}
+
+[[noreturn]] void RaiseWrongKind(const Action& action, const std::string& what) {
+  throw ScriptError(action.line, action.Text(0) + " is no " + what);
+}
+
+/// Writes the refusal down when the action was not done.
+void Refuse(const Action& action, Session& session, bool done) {
+  if (!done) session.transcript.Add("refused " + action.Text(0));
+}
+
+void Click(const Action& action, Session& session) {
+  const Target target = FindTarget(action, session);
+  const ControlKind kind = target.control.kind();
+  if (kind != ControlKind::kButton && kind != ControlKind::kCheckBox && kind != ControlKind::kMenuItem) {
+    RaiseWrongKind(action, "button, check box or menu entry");
+  }
+  Refuse(action, session,
+         target.form.loaded() && session.front_end.Driver().Click(target.form, target.control));
+}
+
+void Type(const Action& action, Session& session) {
+  const Target target = FindTarget(action, session);
+  auto* box = dynamic_cast<forms::TextBox*>(&target.control);
+  if (box == nullptr) RaiseWrongKind(action, "text box");
+  Refuse(action, session,
+         target.form.loaded() && session.front_end.Driver().Type(target.form, *box, action.Text(1)));
+}
+
+void Choose(const Action& action, Session& session) {
+  const int index = action.Number(1);
+  const Target target = FindTarget(action, session, index);
+  forms::FrontEndDriver& driver = session.front_end.Driver();
+  bool done = target.form.loaded();
+  switch (target.control.kind()) {
+    case ControlKind::kMenuItem:
+      done = done && driver.Click(target.form, target.control);
+      break;
+    case ControlKind::kComboBox:
+    case ControlKind::kTabPages:
+      done = done && driver.Choose(target.form, target.control, index);
+      break;
+    default:
+      RaiseWrongKind(action, "list, tab pages or menu");
+  }
+  Refuse(action, session, done);
+}
+
+void Check(const Action& action, Session& session) {
+  const Target target = FindTarget(action, session);
+  auto* box = dynamic_cast<forms::CheckBox*>(&target.control);
+  if (box == nullptr) RaiseWrongKind(action, "check box");
+  Refuse(action, session,
+         target.form.loaded() && session.front_end.Driver().Check(target.form, *box, action.Number(1) != 0));
+}
+
+void Close(const Action& action, Session& session) {
+  forms::Form& form = FindWindow(action, action.Text(0), session);
+  const Argument* mode = action.Option("");
+  const int unload_mode = mode == nullptr ? forms::kControlMenu : static_cast<int>(mode->number);
+  const bool possible =
+      form.loaded() && (unload_mode != forms::kControlMenu || session.windows.InUsersReach(form));
+  if (possible) session.front_end.Driver().Close(form, unload_mode);
+  Refuse(action, session, possible);
+}
+
+void SendTrayEvent(const Action& action, Session& session) {
+  ports::IconEvent event = ports::kLeftButtonUp;
+  if (action.Text(0) == "right") event = ports::kRightButtonUp;
+  if (action.Text(0) == "double") event = ports::kLeftDoubleClick;
+  if (action.Text(0) == "balloon") event = ports::kBalloonUserClick;
+  if (!session.notification_area.SendEvent(event)) session.transcript.Add("refused tray");
+}
+
+/// No window has such a control.
+void RaiseNoSuchKind(const Action& action, Session& session, const std::string& what) {
+  static_cast<void>(FindTarget(action, session));
+  RaiseWrongKind(action, what);
+}
+
+}  // namespace
+
+forms::Form& FindWindow(const Action& action, std::string_view name, Session& session) {
+  forms::Form* form = session.application()->FindForm(name);
+  if (form == nullptr) throw ScriptError(action.line, "unknown window " + Quoted(name));
+  return *form;
+}
+
+bool PerformWindowAction(const Action& action, Session& session) {
+  switch (action.kind) {
+    case ActionKind::kClick:
+      Click(action, session);
+      return true;
+    case ActionKind::kType:
+      Type(action, session);
+      return true;
+    case ActionKind::kChoose:
+      Choose(action, session);
+      return true;
+    case ActionKind::kCheck:
+      Check(action, session);
+      return true;
+    case ActionKind::kClose:
+      Close(action, session);
+      return true;
+    case ActionKind::kTray:
+      SendTrayEvent(action, session);
+      return true;
+    case ActionKind::kRow:
+    case ActionKind::kDoubleClick:
+    case ActionKind::kHeader:
+      RaiseNoSuchKind(action, session, "grid");
+      return true;
+    case ActionKind::kTool:
+      RaiseNoSuchKind(action, session, "tool bar");
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace kestro::scenario

@@ -1,0 +1,132 @@
+#include "scenario/script.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace kestro::scenario {
+namespace {
+
+/// "LINE: REASON" of the error that the script raises.
+std::string ErrorOf(std::string_view script) {
+  try {
+    static_cast<void>(ParseScript(script));
+  } catch (const ScriptError& error) {
+    return std::to_string(error.line()) + ": " + error.what();
+  }
+  return "no error";
+}
+
+TEST(Script, ReadsArgumentsAndOptions) {
+  const auto actions = ParseScript(
+      "\xEF\xBB\xBF# a comment\r\n"
+      "\n"
+      "  device \"EXT \\\"1\\\"\\t\\x1f\\\\\" states 0x10 provider \"P # no comment\"  # a comment\r\n"
+      "call 0x101 offering origin internal from \"21\"\n"
+      "message 1 2 3 -1 0xFFFFFFFF 6\n"
+      "contact Name=\"Jan Nov\xC3\xA1k\" Phone1=\"602\"\n"
+      "expect  box style=64 \"a # b\"  \n"
+      "close Settings 2\n"
+      "file cancel\n"
+      "dump menu\n"
+      "dump Settings");
+  ASSERT_EQ(actions.size(), 9U);
+  EXPECT_EQ(actions[0].kind, ActionKind::kDevice);
+  EXPECT_EQ(actions[0].line, 3);
+  EXPECT_EQ(actions[0].Text(0), "EXT \"1\"\t\x1f\\");
+  EXPECT_EQ(actions[0].Option("states")->number, 16);
+  EXPECT_EQ(actions[0].Option("provider")->text, "P # no comment");
+  EXPECT_TRUE(actions[0].text.ends_with("no comment\""));
+  EXPECT_EQ(actions[1].kind, ActionKind::kCallOffering);
+  EXPECT_EQ(actions[1].Number(0), 0x101);
+  EXPECT_EQ(actions[1].Option("origin")->text, "internal");
+  EXPECT_EQ(actions[1].Option("reason"), nullptr);
+  EXPECT_EQ(actions[2].Number(3), -1);
+  EXPECT_EQ(actions[2].Number(4), -1);
+  EXPECT_EQ(actions[3].Option("Name")->text, "Jan Nov\xC3\xA1k");
+  EXPECT_EQ(actions[4].Text(0), "box style=64 \"a # b\"");
+  EXPECT_EQ(actions[5].Option("")->number, 2);
+  EXPECT_EQ(actions[6].kind, ActionKind::kFileCancel);
+  EXPECT_EQ(actions[7].kind, ActionKind::kDumpMenu);
+  EXPECT_EQ(actions[8].kind, ActionKind::kDumpWindow);
+}
+
+TEST(Script, ReadsNestedBlocks) {
+  const auto actions = ParseScript("during\n during\n start\n end\n dump call\nend\ndump flags\n");
+  ASSERT_EQ(actions.size(), 2U);
+  ASSERT_EQ(actions[0].block.size(), 2U);
+  EXPECT_EQ(actions[0].end_line, 6);
+  EXPECT_EQ(actions[0].block[0].block.at(0).kind, ActionKind::kStart);
+  EXPECT_EQ(actions[0].block[1].kind, ActionKind::kDumpCall);
+}
+
+TEST(Script, EveryFormIsReadAsItsOwnKind) {
+  for (const ActionForm& form : ActionForms()) {
+    if (form.kind == ActionKind::kDuring || form.kind == ActionKind::kEnd) continue;
+    // A line made of the form itself: every argument filled in, every option given.
+    std::string line;
+    std::string word;
+    for (const char character : std::string(form.form) + " ") {
+      if (character == '[' || character == ']') continue;
+      if (character != ' ') {
+        word += character;
+        continue;
+      }
+      if (const auto bar = word.rfind('|'); bar != std::string::npos) word = word.substr(0, bar);
+      if (const auto bar = word.find('|'); bar != std::string::npos) word = word.substr(0, bar);
+      if (word == "TEXT") word = "\"00\"";
+      if (word == "NUMBER") word = "7";
+      if (word == "PAIRS") word = "Name=\"a\" City=\"b\"";
+      if (word == "WINDOW") word = "SomeWindow";
+      line += word + " ";
+      word.clear();
+    }
+    const auto actions = ParseScript(line);
+    ASSERT_EQ(actions.size(), 1U) << line;
+    EXPECT_EQ(actions[0].kind, form.kind) << line;
+  }
+}
+
+TEST(Script, RefusesWhatItCannotRead) {
+  const struct {
+    std::string script;
+    std::string error;
+  } cases[] = {
+      {"start\nfoo 1", "2: unknown action \"foo\""},
+      {"\"start\"", "1: an action begins with its name"},
+      {"start now", "1: expected: start"},
+      {"device EXT", "1: expected: device TEXT [provider TEXT] [states NUMBER]"},
+      {"device \"E\" states 1 states 2", "1: expected: device TEXT [provider TEXT] [states NUMBER]"},
+      {"device \"E\" states", "1: expected: device TEXT [provider TEXT] [states NUMBER]"},
+      {"reply 1 99999999999", "1: expected: reply NUMBER NUMBER"},
+      {"reply 1 -2147483649", "1: expected: reply NUMBER NUMBER"},
+      {"reply 1 0x", "1: expected: reply NUMBER NUMBER"},
+      {"reply 1 0x-1", "1: expected: reply NUMBER NUMBER"},
+      {"reply 1 1x", "1: expected: reply NUMBER NUMBER"},
+      {"tray up", "1: expected: tray left|right|double|balloon"},
+      {"file name", "1: expected: file cancel | file TEXT"},
+      {"contact", "1: expected: contact PAIRS"},
+      {"contact Name=\"a\" Name=\"b\"", "1: expected: contact PAIRS"},
+      {"expect", "1: expected: expect REST"},
+      {"setting A \"b", "1: a text without its closing quote"},
+      {"setting A \"b\\", "1: an unknown escape: there are \\\" \\\\ \\r \\n \\t \\xHH"},
+      {"setting A \"\\q\"", "1: an unknown escape: there are \\\" \\\\ \\r \\n \\t \\xHH"},
+      {"setting A \"\\x1\"", "1: \\x without two hexadecimal digits"},
+      {"setting A \"\\xg0\"", "1: \\x without two hexadecimal digits"},
+      {"setting A \"b\"c", "1: no blank behind a text"},
+      {"setting A\"b\"", "1: a quote inside a word"},
+      {"setting A \"\xC3\x28\"", "1: malformed UTF-8"},
+      {"expect \xFF", "1: malformed UTF-8"},
+      {std::string("start\0", 6), "1: a control character"},
+      {"during\nstart", "1: \"during\" without \"end\""},
+      {"start\nend\n", "2: \"end\" without \"during\""},
+      {"# " + std::string(kMaximumLineLength, 'x'), "1: the line is too long"},
+  };
+  for (const auto& test : cases) EXPECT_EQ(ErrorOf(test.script), test.error) << test.script;
+  std::string deep;
+  for (int depth = 0; depth < 100000; ++depth) deep += "during\n";
+  EXPECT_EQ(ErrorOf(deep), "17: too many nested blocks");
+}
+
+}  // namespace
+}  // namespace kestro::scenario
