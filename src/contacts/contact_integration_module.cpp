@@ -6,9 +6,6 @@
 namespace kestro::contacts {
 namespace {
 
-constexpr std::string_view kConnectionStart = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
-constexpr std::string_view kConnectionEnd = ";Persist Security Info=False";
-
 template <class Value>
 auto Answer(Value value) {
   return [value](const base::RuntimeError&) { return value; };
@@ -29,7 +26,9 @@ ContactIntegrationModule::ContactIntegrationModule(core::LogModule& log, core::S
 std::string ContactIntegrationModule::GetDatabaseConnectionString(std::string_view path) {
   return procedure_.Outermost(
       "GetDatabaseConnectionString",
-      [&] { return std::string(kConnectionStart).append(path).append(kConnectionEnd); },
+      [&] {
+        return std::string(ports::kConnectionStringStart).append(path).append(ports::kConnectionStringEnd);
+      },
       Answer(std::string()));
 }
 

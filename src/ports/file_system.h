@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,12 @@ class FileSystem {
   virtual void CopyFileTo(std::string_view source, std::string_view target, bool overwrite) = 0;
   /// Read-only attribute (bit 1) and the others; raises 53 for a missing file.
   [[nodiscard]] virtual int FileAttributes(std::string_view path) const = 0;
+  /// All lines of a text file with nothing between them; a line ends with CR LF,
+  /// LF or CR. The characters are the file's bytes as they stand. Raises 7 for a
+  /// file of more than `most_bytes`, 53 for a missing one, 75 for a folder or a
+  /// file that cannot be read.
+  [[nodiscard]] virtual std::string ReadTextLinesJoined(std::string_view path,
+                                                        std::size_t most_bytes) const = 0;
   /// Folder in which the program lies, without a trailing separator.
   [[nodiscard]] virtual std::string ProgramFolder() const = 0;
   /// The user's application-data folder; raises when there is none.

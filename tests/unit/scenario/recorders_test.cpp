@@ -23,6 +23,7 @@ class FewFiles final : public ports::FileSystem {
     throw base::RuntimeError(base::kPathAccessError, "Path/File access error");
   }
   int FileAttributes(std::string_view) const override { return 0; }
+  std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { return {}; }
   std::string ProgramFolder() const override { return "C:\\Program"; }
   std::string UserDataFolder() const override { return "C:\\Data"; }
 };

@@ -1,0 +1,166 @@
+#include "exchange/exchange_commands.h"
+
+#include <gtest/gtest.h>
+
+#include "base/text.h"
+#include "unit/exchange/exchange_bench.h"
+
+namespace kestro {
+namespace {
+
+/// One byte a character of the first 256.
+class FirstCharacters final : public ports::AnsiCodePage {
+ public:
+  std::string ToText(std::string_view bytes) const override {
+    std::string text;
+    for (const char byte : bytes) base::AppendCharacter(text, static_cast<unsigned char>(byte));
+    return text;
+  }
+  std::string FromText(std::string_view text) const override {
+    std::string bytes;
+    for (std::size_t position = 0; position < text.size();) {
+      const char32_t character = base::NextCharacter(text, position);
+      bytes.push_back(character < 256 ? static_cast<char>(character) : '?');
+    }
+    return bytes;
+  }
+};
+
+class ExchangeCommands : public testing::Test {
+ protected:
+  ExchangeCommands() { bench_.OpenLine(); }
+
+  std::string Execute(std::string_view request) { return commands_.Execute(request); }
+
+  test::ExchangeBench bench_;
+  FirstCharacters code_page_;
+  exchange::ExchangeCommands commands_{bench_.exchange, code_page_};
+};
+
+TEST_F(ExchangeCommands, ACallRingsIsAnsweredAndEnds) {
+  EXPECT_EQ("ok\n0x101\n", Execute("ring 602111222"));
+  EXPECT_EQ("ok\n0x101 offering external \"602111222\"\n", Execute("list"));
+  EXPECT_EQ("ok\n0x101\n", Execute("answer"));
+  EXPECT_EQ("602111222", bench_.exchange.FindCall(0x101)->connected_id);
+  EXPECT_EQ("ok\n0x101 connected external \"602111222\"\n", Execute("list"));
+  EXPECT_EQ("ok\n0x101\n", Execute("hang-up"));
+  const std::vector<std::int32_t> expected = {2, 0x100, 0x4000, 1};
+  std::vector<std::int32_t> states;
+  for (const auto& message : bench_.messages) states.push_back(message.parameter1);
+  EXPECT_EQ(expected, states);
+}
+
+TEST_F(ExchangeCommands, OptionsReachTheCall) {
+  EXPECT_EQ("ok\n0x101\n", Execute(R"(ring --name "Jan \"J\" Nov\\ák" --internal *21# --transferred)"));
+  const exchange::Call& call = *bench_.exchange.FindCall(0x101);
+  EXPECT_EQ("*21#", call.caller_id);
+  EXPECT_EQ("Jan \"J\" Nov\\\xE1k", call.caller_name);
+  EXPECT_EQ(exchange::kOriginInternal, call.origin);
+  EXPECT_EQ(exchange::kReasonTransfer, call.reason);
+  EXPECT_EQ("ok\n0x101 offering internal \"*21#\" name \"Jan \\\"J\\\" Nov\\\\ák\" transferred\n",
+            Execute("list"));
+  EXPECT_EQ("ok\n0x102\n", Execute("ring --no-number"));
+  EXPECT_EQ("ok\n0x103\n", Execute("ring 5 --no-number --name --internal"));
+  EXPECT_EQ(std::nullopt, bench_.exchange.FindCall(0x103)->caller_id);
+  EXPECT_EQ("--internal", bench_.exchange.FindCall(0x103)->caller_name);
+}
+
+TEST_F(ExchangeCommands, WithoutAHandleTheNewestSuitableCallIsMeant) {
+  Execute("ring 1");
+  Execute("ring 2");
+  Execute("ring 3");
+  EXPECT_EQ("ok\n0x102\n", Execute("answer 0x102"));
+  EXPECT_EQ("ok\n0x103\n", Execute("answer"));
+  EXPECT_EQ("ok\n0x101\n", Execute("answer"));
+  EXPECT_EQ("error: no call is waiting for an answer\n", Execute("answer"));
+  EXPECT_EQ("error: the call 0x101 is connected\n", Execute("answer 257"));
+  EXPECT_EQ("ok\n0x103\n", Execute("hang-up"));
+  EXPECT_EQ("ok\n0x102\n", Execute("hang-up"));
+  EXPECT_EQ("error: the call 0x103 is idle\n", Execute("hang-up 0x103"));
+}
+
+TEST_F(ExchangeCommands, HostileRequestsAreRefusedAndChangeNothing) {
+  Execute("ring 1");
+  bench_.TakeMessages();
+  const std::string forty_one(41, '1');
+  const std::string long_name(101, 'x');
+  const std::pair<std::string, std::string> rows[] = {
+      {"", "the request is empty"},
+      {"    ", "the request is empty"},
+      {"RING 1", "unknown command: RING (try help)"},
+      {"exit", "unknown command: exit (try help)"},
+      {"ring", "a number is missing"},
+      {"ring \"\"", "a number consists of digits, +, * and #"},
+      {"ring 12a", "a number consists of digits, +, * and #"},
+      {"ring 1-2", "a number consists of digits, +, * and #"},
+      {"ring \xC2\xB2", "a number consists of digits, +, * and #"},
+      {"ring " + forty_one, "the number is too long"},
+      {"ring 1 2", "one word too many: 2"},
+      {"ring 1 --external", "unknown option: --external"},
+      {"ring 1 --internal --internal", "given twice: --internal"},
+      {"ring 1 --name a --name b", "given twice: --name"},
+      {"ring 1 --name", "a text is missing behind --name"},
+      {"ring 1 --name " + long_name, "the name is too long"},
+      {"ring 1 \"--internal\"", "one word too many: --internal"},
+      {"ring 1 --name \"a", "a closing quote is missing"},
+      {R"(ring 1 --name "a\)", R"(only \" and \\ may follow a backslash in quotes)"},
+      {R"(ring 1 --name "a\n")", R"(only \" and \\ may follow a backslash in quotes)"},
+      {"ring 1 --name \"a\"b", "a blank is missing behind a quote"},
+      {"ring 1 --name a\"b", "a quote inside a word"},
+      {"ring\t1", "the request holds a control character"},
+      {"ring 1\nring 2", "the request holds a control character"},
+      {"list\r", "the request holds a control character"},
+      {std::string("list\0", 5), "the request holds a control character"},
+      {"ring 1 --name \x1b[2J", "the request holds a control character"},
+      {"ring 1 --name \xC2\x9B", "the request holds a control character"},
+      {"ring 1 --name \xE2\x80\xA8", "the request holds a control character"},
+      {"ring 1 --name \xFF", "the request is not UTF-8"},
+      {"ring 1 --name \xC3", "the request is not UTF-8"},
+      {"answer 0x999", "no such call: 0x999"},
+      {"answer 0x", "no call handle: 0x"},
+      {"answer -1", "no call handle: -1"},
+      {"answer 0x101x", "no call handle: 0x101x"},
+      {"answer 0x100000101", "no call handle: 0x100000101"},
+      {"answer 0x101 0x101", "one word too many: 0x101"},
+      {"hang-up nobody", "no call handle: nobody"},
+      {"list all", "one word too many: all"},
+      {"help me", "one word too many: me"},
+      {std::string(4097, ' '), "the request is too long"}};
+  for (const auto& [request, reason] : rows)
+    EXPECT_EQ("error: " + reason + "\n", Execute(request)) << request;
+  EXPECT_EQ("ok\n0x101 offering external \"1\"\n", Execute("list"));
+  EXPECT_TRUE(bench_.messages.empty());
+}
+
+TEST_F(ExchangeCommands, ThereIsAnEndToTheNumberOfCalls) {
+  for (int i = 0; i < 100; ++i) ASSERT_TRUE(Execute("ring 1").starts_with("ok\n"));
+  EXPECT_EQ("error: there are too many calls\n", Execute("ring 1"));
+}
+
+TEST_F(ExchangeCommands, WithoutAnOpenLineNothingCanHappen) {
+  Execute("ring 1");
+  bench_.exchange.Close(bench_.line);
+  for (const char* const request : {"ring 1", "answer", "answer 0x101", "hang-up"}) {
+    EXPECT_EQ("error: the program has no line open\n", Execute(request)) << request;
+  }
+  EXPECT_EQ("ok\n", Execute("list"));
+}
+
+TEST_F(ExchangeCommands, TheApplicationMayCloseTheLineWhileACallEnds) {
+  Execute("ring 1");
+  bench_.on_message = [this](const ports::LineMessage&) { bench_.exchange.Close(bench_.line); };
+  EXPECT_EQ("ok\n0x101\n", Execute("hang-up"));
+  EXPECT_TRUE(bench_.exchange.calls().empty());
+}
+
+TEST(RequestWords, AQuotedWordIsReadBack) {
+  for (const std::string text : {"", "a b", R"(")", R"(\)", R"(\"\)", "--internal"}) {
+    const auto words = exchange::SplitRequest(" " + exchange::QuoteRequestWord(text) + "  x ");
+    ASSERT_EQ(2U, words.size());
+    EXPECT_EQ(text, words[0].text);
+    EXPECT_TRUE(words[0].quoted);
+  }
+}
+
+}  // namespace
+}  // namespace kestro
