@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+namespace kestro::adapters {
+
+/// Alphabetical order of two UTF-8 texts: below, equal to or above zero. Letters count first, Latin ones
+/// without their accents; between texts with the same letters the accents decide, then the letter case
+/// (lower first), then the bytes. A total order: zero only for identical texts.
+[[nodiscard]] int CompareTextOrder(std::string_view left, std::string_view right);
+
+}  // namespace kestro::adapters

@@ -1,0 +1,54 @@
+#include "contacts/cti_contacts.h"
+
+#include "base/runtime_error.h"
+#include "contacts/connected_recordset.h"
+#include "contacts/contact_statements.h"
+#include "contacts/database_session.h"
+
+namespace kestro::contacts {
+
+std::optional<Contact> CTIContacts::GetContact(std::int64_t id_contact) {
+  DatabaseSession session(database_, connection_string_);
+  const auto rows = session.Query(GetContactStatements().select_by_key, {id_contact});
+  if (rows->AtEnd()) return std::nullopt;
+  return ReadContact(*rows);
+}
+
+void CTIContacts::DeleteContact(std::int64_t id_contact) {
+  DatabaseSession session(database_, connection_string_);
+  session.Run("DELETE FROM Contact WHERE id_Contact = ?", {id_contact});
+}
+
+void CTIContacts::UpdateContact(const Contact& contact) {
+  DatabaseSession session(database_, connection_string_);
+  session.RequireRow("SELECT id_Contact FROM Contact WHERE id_Contact = ?", contact.id_Contact);
+  Contact stored = CutToWidths(contact);
+  auto values = ContactValues(stored);
+  values.emplace_back(stored.id_Contact);
+  session.Run(GetContactStatements().update, values);
+}
+
+std::int64_t CTIContacts::CreateContact(const Contact& contact) {
+  DatabaseSession session(database_, connection_string_);
+  Contact stored = CutToWidths(contact);
+  return session.Insert(GetContactStatements().insert, ContactValues(stored));
+}
+
+std::unique_ptr<ports::Recordset> CTIContacts::SearchContacts(std::string_view name, std::string_view company,
+                                                              std::string_view city, std::string_view note) {
+  const auto search = MakeContactSearch(name, company, city, note);
+  return std::make_unique<ConnectedRecordset>(database_, connection_string_, search.text, search.values);
+}
+
+std::vector<Contact> CTIContacts::FindContactsByPhone(std::string_view search_phone) {
+  std::vector<Contact> found;
+  // A contact's unused numbers are empty, too.
+  if (search_phone.empty()) return found;
+  DatabaseSession session(database_, connection_string_);
+  const std::vector<DatabaseSession::Value> values(kPhoneCount, search_phone);
+  const auto rows = session.Query(GetContactStatements().select_by_phone, values);
+  for (; !rows->AtEnd(); rows->MoveNext()) found.push_back(ReadContact(*rows));
+  return found;
+}
+
+}  // namespace kestro::contacts

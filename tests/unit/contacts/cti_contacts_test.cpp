@@ -1,0 +1,217 @@
+#include "contacts/cti_contacts.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "contacts/contact_statements.h"
+#include "unit/support/contacts_database.h"
+
+namespace kestro::contacts {
+namespace {
+
+using namespace std::string_view_literals;
+
+std::string Repeated(std::string_view text, std::size_t count) {
+  std::string result;
+  while (count-- > 0) result += text;
+  return result;
+}
+
+class CTIContactsTest : public testing::Test {
+ protected:
+  CTIContacts Component() {
+    CTIContacts component(store_.database());
+    component.SetConnectionString(store_.connection_string());
+    return component;
+  }
+  std::int64_t Create(std::string_view name, std::string_view search_phone = {}) {
+    Contact contact;
+    contact.Name = name;
+    contact.SearchPhone[2] = search_phone;
+    return Component().CreateContact(contact);
+  }
+  std::vector<std::string> Names(std::string_view name, std::string_view company = {},
+                                 std::string_view city = {}, std::string_view note = {}) {
+    const auto rows = Component().SearchContacts(name, company, city, note);
+    std::vector<std::string> names;
+    for (; !rows->AtEnd(); rows->MoveNext()) names.emplace_back(rows->Text(rows->FieldIndex("Name")));
+    return names;
+  }
+
+  test_support::ContactsDatabase store_;
+};
+
+TEST_F(CTIContactsTest, KeepsEveryProperty) {
+  Contact contact;
+  int number = 0;
+  for (const auto& property : TextProperties()) {
+    property.of(contact) = std::string(property.name) + " '\"%_;\n ž\U0001F4DE" + std::to_string(++number);
+  }
+  contact.PhoneType = {4, 3, 2, 1};
+  contact.id_Contact = Component().CreateContact(contact);
+  EXPECT_EQ(Component().GetContact(contact.id_Contact), contact);
+
+  for (const auto& property : TextProperties()) property.of(contact) += "changed";
+  contact.PhoneType = {0, 1, 99, -1};
+  const auto untouched = Create("other");
+  Component().UpdateContact(contact);
+  for (const auto& property : TextProperties()) {
+    std::string& text = property.of(contact);
+    if (property.width) text = base::FirstCharacters(text, static_cast<std::size_t>(*property.width));
+  }
+  EXPECT_EQ(Component().GetContact(contact.id_Contact), contact);
+  EXPECT_EQ(Component().GetContact(untouched)->Name, "other");
+
+  Component().DeleteContact(contact.id_Contact);
+  EXPECT_EQ(Component().GetContact(contact.id_Contact), std::nullopt);
+  EXPECT_NE(Component().GetContact(untouched), std::nullopt);
+}
+
+TEST_F(CTIContactsTest, CutsTextsAtTheirWidthInCharacters) {
+  // The last character that fits takes one, two (with a combining mark behind it) or four bytes.
+  for (const std::string_view last : {"x", "ř", "\u0301", "\U0001F4DE"}) {
+    Contact contact;
+    for (const auto& property : TextProperties()) {
+      property.of(contact) = Repeated("é", static_cast<std::size_t>(property.width.value_or(3000)) - 1);
+      property.of(contact).append(last).append("\u0302\U0001F4DE beyond");
+    }
+    auto stored = *Component().GetContact(Component().CreateContact(contact));
+    for (const auto& property : TextProperties()) {
+      if (!property.width) {
+        EXPECT_EQ(property.of(stored), property.of(contact)) << property.name;
+        continue;
+      }
+      const auto expected = Repeated("é", static_cast<std::size_t>(*property.width) - 1).append(last);
+      EXPECT_EQ(property.of(stored), expected) << property.name;
+    }
+  }
+}
+
+TEST_F(CTIContactsTest, KeepsAndFindsAZeroCharacter) {
+  Create("a\0b"sv);
+  Create("ab");
+  EXPECT_EQ(Names("\0B"sv), std::vector<std::string>{std::string("a\0b"sv)});
+}
+
+TEST_F(CTIContactsTest, RefusesToUpdateAContactThatIsGone) {
+  Contact contact;
+  contact.id_Contact = 77;
+  EXPECT_THROW(Component().UpdateContact(contact), base::RuntimeError);
+  EXPECT_NO_THROW(Component().DeleteContact(77));
+}
+
+TEST_F(CTIContactsTest, SearchesLiterallyAndWithoutLetterCase) {
+  for (const auto name : {"Novák", "Říha", "50% sleva", "a_b", "axb", "O'Neil", "x' OR '1'='1", "novotný"}) {
+    Create(name);
+  }
+  using Texts = std::vector<std::string>;
+  EXPECT_EQ(Names("novák"), Texts{"Novák"});
+  EXPECT_EQ(Names("ŘÍHA"), Texts{"Říha"});
+  EXPECT_EQ(Names("NOV"), (Texts{"Novák", "novotný"}));
+  EXPECT_EQ(Names("%"), Texts{"50% sleva"});
+  EXPECT_EQ(Names("_"), Texts{"a_b"});
+  EXPECT_EQ(Names("'"), (Texts{"O'Neil", "x' OR '1'='1"}));
+  EXPECT_EQ(Names(" "), (Texts{"50% sleva", "x' OR '1'='1"}));
+  EXPECT_EQ(Names("nobody"), Texts{});
+  EXPECT_EQ(Names(""),
+            (Texts{"50% sleva", "a_b", "axb", "Novák", "novotný", "O'Neil", "Říha", "x' OR '1'='1"}));
+}
+
+TEST_F(CTIContactsTest, JoinsTheConditionsOfTheFourFields) {
+  for (int i = 0; i < 16; ++i) {
+    Contact contact;
+    contact.Name = std::string(i & 1 ? "yes " : "no ") + std::to_string(i);
+    contact.Company = i & 2 ? "yes" : "no";
+    contact.City = i & 4 ? "yes" : "no";
+    contact.Note = i & 8 ? "yes" : "no";
+    Component().CreateContact(contact);
+  }
+  const auto part = [](int mask, int bit) { return (mask & bit) != 0 ? "YES" : ""; };
+  for (int mask = 0; mask < 16; ++mask) {
+    const auto names = Names(part(mask, 1), part(mask, 2), part(mask, 4), part(mask, 8));
+    std::size_t expected = 0;
+    for (int i = 0; i < 16; ++i) expected += (i & mask) == mask ? 1 : 0;
+    EXPECT_EQ(names.size(), expected) << mask;
+  }
+  EXPECT_EQ(Names("yes", "yes", "yes", "yes"), std::vector<std::string>{"yes 15"});
+}
+
+TEST_F(CTIContactsTest, SearchResultHasTheListsColumnsAndOutlivesTheComponent) {
+  Contact contact;
+  contact.Name = "Jan";
+  contact.Company = "Firma";
+  contact.City = "Brno";
+  contact.Phone[0] = "602 111";
+  const auto key = Component().CreateContact(contact);
+  Create("Zora");
+  Create("Adam");
+  const auto rows = Component().SearchContacts("", "", "", "");
+  ASSERT_EQ(rows->FieldCount(), 5);
+  EXPECT_EQ(rows->Text(1), "Adam");
+  rows->SetSort("Name DESC");
+  EXPECT_EQ(rows->Text(1), "Zora");
+  rows->MoveNext();
+  EXPECT_EQ(rows->Integer(rows->FieldIndex("id_Contact")), key);
+  EXPECT_EQ(rows->Text(rows->FieldIndex("Company")), "Firma");
+  EXPECT_EQ(rows->Text(rows->FieldIndex("City")), "Brno");
+  EXPECT_EQ(rows->Text(rows->FieldIndex("Phone1")), "602 111");
+  // Rows left unread do not keep the user from changing contacts.
+  EXPECT_NO_THROW(Component().DeleteContact(key));
+  rows->Close();
+  rows->ActiveConnection()->Close();
+  rows->ClearActiveConnection();
+  EXPECT_EQ(rows->ActiveConnection(), nullptr);
+}
+
+TEST_F(CTIContactsTest, FindsContactsByAnyOfTheirNumbers) {
+  std::vector<std::int64_t> keys;
+  for (std::size_t i = 0; i < kPhoneCount; ++i) {
+    Contact contact;
+    contact.SearchPhone[i] = "+420602111222";
+    keys.push_back(Component().CreateContact(contact));
+  }
+  Contact twice;
+  twice.SearchPhone = {"+420602111222", "+420602111222", "+420999", ""};
+  keys.push_back(Component().CreateContact(twice));
+  Create("no numbers");
+  std::vector<std::int64_t> found;
+  for (const auto& contact : Component().FindContactsByPhone("+420602111222")) {
+    found.push_back(contact.id_Contact);
+  }
+  EXPECT_EQ(found, keys);
+  EXPECT_EQ(Component().FindContactsByPhone("+420999").at(0), Component().GetContact(keys.back()));
+  for (const auto phone : {"", "602111222", "+42060211122", "+420602111222 ", "%", "' OR ''='"}) {
+    EXPECT_TRUE(Component().FindContactsByPhone(phone).empty()) << phone;
+  }
+}
+
+TEST_F(CTIContactsTest, LooksNumbersUpThroughTheFourIndexes) {
+  DatabaseSession session(store_.database(), store_.connection_string());
+  const std::vector<DatabaseSession::Value> values(kPhoneCount, "+420602111222"sv);
+  const auto rows = session.Query("EXPLAIN QUERY PLAN " + GetContactStatements().select_by_phone, values);
+  std::string plan;
+  for (; !rows->AtEnd(); rows->MoveNext()) plan.append(rows->Text(rows->FieldIndex("detail"))).append("\n");
+  for (const auto* const phone : {"SearchPhone1", "SearchPhone2", "SearchPhone3", "SearchPhone4"}) {
+    EXPECT_NE(plan.find(std::string("USING INDEX ContactBy") + phone + " (" + phone + "=?)"),
+              std::string::npos)
+        << plan;
+  }
+  EXPECT_EQ(plan.find("SCAN"), std::string::npos) << plan;
+}
+
+TEST_F(CTIContactsTest, RaisesForAMissingDatabase) {
+  CTIContacts component(store_.database());
+  component.SetConnectionString(test_support::ConnectionString(store_.folder().File("missing.mdb").string()));
+  EXPECT_THROW(static_cast<void>(component.GetContact(1)), base::RuntimeError);
+  EXPECT_THROW(component.CreateContact({}), base::RuntimeError);
+  EXPECT_THROW(static_cast<void>(component.SearchContacts("", "", "", "")), base::RuntimeError);
+  EXPECT_THROW(static_cast<void>(component.FindContactsByPhone("1")), base::RuntimeError);
+}
+
+}  // namespace
+}  // namespace kestro::contacts

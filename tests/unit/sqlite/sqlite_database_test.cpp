@@ -1,0 +1,306 @@
+#include "adapters/sqlite/sqlite_database.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "adapters/sqlite/connection_string.h"
+#include "base/runtime_error.h"
+#include "unit/support/contacts_database.h"
+
+namespace kestro::adapters {
+namespace {
+
+namespace fs = std::filesystem;
+using test_support::ConnectionString;
+using test_support::MakeContactsDatabase;
+using test_support::TemporaryFolder;
+using test_support::WriteFile;
+
+/// Number of the error that `action` raises; 0 when it raises none.
+std::int32_t ErrorOf(const std::function<void()>& action) {
+  try {
+    action();
+    return 0;
+  } catch (const base::RuntimeError& error) {
+    EXPECT_FALSE(error.description().empty());
+    return error.number();
+  }
+}
+
+class SqliteDatabaseTest : public testing::Test {
+ protected:
+  std::unique_ptr<ports::Connection> Open(const fs::path& path) {
+    auto connection = database_.CreateConnection();
+    connection->Open(ConnectionString(path.string()), {}, {}, ports::Connection::kConnectUnspecified);
+    return connection;
+  }
+  std::unique_ptr<ports::Recordset> Execute(ports::Connection& connection, std::string_view text,
+                                            const std::vector<std::string_view>& values = {}) {
+    const auto command = database_.CreateCommand();
+    command->SetCommandText(text);
+    command->SetActiveConnection(connection);
+    for (const auto value : values) command->AppendParameter(value);
+    return command->Execute(ports::Command::kExecuteUnspecified);
+  }
+  std::vector<std::string> Column(ports::Recordset& rows) {
+    std::vector<std::string> texts;
+    for (; !rows.AtEnd(); rows.MoveNext()) texts.emplace_back(rows.Text(0));
+    return texts;
+  }
+  std::vector<std::string> Lines(ports::Connection& connection) {
+    return Column(*Execute(connection, "SELECT Line FROM PhoneLine ORDER BY id"));
+  }
+  void AddLine(ports::Connection& connection, std::string_view line) {
+    Execute(connection, "INSERT INTO PhoneLine (Line) VALUES (?)", {line});
+  }
+  fs::path NewDatabase(std::string_view name = "CTIDB.mdb") {
+    const auto path = folder_.File(name);
+    MakeContactsDatabase(path);
+    return path;
+  }
+  std::size_t FileCount() {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_.path()), {}));
+  }
+
+  TemporaryFolder folder_;
+  SqliteDatabase database_ = test_support::MakeSqlite();
+};
+
+TEST(ConnectionString, GivesThePathBetweenStartAndEnd) {
+  const std::string path = R"(C:\My data; all\a;Persist Security Info=False.mdb)";
+  EXPECT_EQ(DataSourceOf(ConnectionString(path)), path);
+  const std::string refused[] = {"",
+                                 "Data Source=x",
+                                 ConnectionString(""),
+                                 ConnectionString("a") + ";",
+                                 std::string(ports::kConnectionStringStart) + "a",
+                                 " " + ConnectionString("a"),
+                                 ConnectionString(std::string("a\0b", 3))};
+  for (const auto& text : refused) {
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(DataSourceOf(text)); }), base::kDatabaseError) << text;
+  }
+}
+
+TEST_F(SqliteDatabaseTest, RefusesWhatIsNoDatabaseAndMakesNoFile) {
+  const auto whole = test_support::ReadFile(NewDatabase("whole.mdb"));
+  WriteFile(folder_.File("text.mdb"), std::string(5000, 'x'));
+  WriteFile(folder_.File("short.mdb"), "x");
+  WriteFile(folder_.File("empty.mdb"), "");
+  WriteFile(folder_.File("truncated.mdb"), std::string_view(whole).substr(0, whole.size() / 2));
+  WriteFile(folder_.File("first page.mdb"), std::string_view(whole).substr(0, 4096));
+  WriteFile(folder_.File("part of a page.mdb"), std::string_view(whole).substr(0, 1000));
+  WriteFile(folder_.File("header.mdb"), whole.substr(0, 100) + std::string(whole.size() - 100, '\x5A'));
+  fs::create_directory(folder_.File("folder.mdb"));
+  const auto count = FileCount();
+  for (const auto* const name :
+       {"missing.mdb", "text.mdb", "short.mdb", "empty.mdb", "truncated.mdb", "first page.mdb",
+        "part of a page.mdb", "header.mdb", "folder.mdb", "missing/CTIDB.mdb", "text.mdb/CTIDB.mdb"}) {
+    EXPECT_EQ(ErrorOf([&] { Open(folder_.File(name)); }), base::kDatabaseError) << name;
+    EXPECT_EQ(FileCount(), count) << name;
+  }
+}
+
+TEST_F(SqliteDatabaseTest, RefusesAnUnreadableFile) {
+  const auto path = NewDatabase();
+  fs::permissions(path, fs::perms::owner_write);
+  if (std::ifstream(path)) GTEST_SKIP() << "this user may read every file";
+  EXPECT_EQ(ErrorOf([&] { Open(path); }), base::kDatabaseError);
+}
+
+TEST_F(SqliteDatabaseTest, TranslatesTheSystemPath) {
+  NewDatabase("my data; all.mdb");
+  SqliteDatabase database([this](std::string_view path) {
+    EXPECT_EQ(path, R"(C:\my data; all.mdb)");
+    return folder_.File(path.substr(path.find('\\') + 1));
+  });
+  const auto connection = database.CreateConnection();
+  connection->SetConnectionString(ConnectionString(R"(C:\my data; all.mdb)"));
+  connection->Open({}, {}, {}, ports::Connection::kConnectUnspecified);
+  EXPECT_EQ(FileCount(), 1U);
+}
+
+TEST_F(SqliteDatabaseTest, NoticesAReplacedAndARemovedFile) {
+  const auto path = NewDatabase();
+  const auto old_connection = Open(path);
+  AddLine(*old_connection, "11");
+  NewDatabase("other.mdb");
+  AddLine(*Open(folder_.File("other.mdb")), "22");
+  fs::rename(folder_.File("other.mdb"), path);
+  EXPECT_EQ(Lines(*Open(path)), std::vector<std::string>{"22"});
+  EXPECT_EQ(Lines(*old_connection), std::vector<std::string>{"11"});
+  fs::remove(path);
+  EXPECT_EQ(ErrorOf([&] { Open(path); }), base::kDatabaseError);
+  EXPECT_FALSE(fs::exists(path));
+}
+
+TEST_F(SqliteDatabaseTest, ReadsAReadOnlyFileAndWritesWhenItIsWritableAgain) {
+  const auto path = NewDatabase();
+  AddLine(*Open(path), "11");
+  fs::permissions(path, fs::perms::owner_read);
+  EXPECT_EQ(Lines(*Open(path)), std::vector<std::string>{"11"});
+  EXPECT_EQ(ErrorOf([&] { AddLine(*Open(path), "22"); }), base::kDatabaseError);
+  fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
+  AddLine(*Open(path), "33");
+  EXPECT_EQ(Lines(*Open(path)), (std::vector<std::string>{"11", "33"}));
+}
+
+TEST_F(SqliteDatabaseTest, StaysOneFileAtRest) {
+  const auto path = NewDatabase();
+  AddLine(*Open(path), "11");
+  EXPECT_EQ(FileCount(), 1U);
+  // Also one that another tool switched to a write-ahead log.
+  test_support::TemporaryFolder other;
+  const auto copy = other.File("CTIDB.mdb");
+  fs::copy_file(path, copy);
+  SqliteHandle(copy).Run("PRAGMA journal_mode = WAL; INSERT INTO PhoneLine (Line) VALUES ('22')");
+  EXPECT_EQ(Lines(*Open(copy)), (std::vector<std::string>{"11", "22"}));
+  AddLine(*Open(copy), "33");
+  EXPECT_EQ(std::distance(fs::directory_iterator(other.path()), {}), 1);
+}
+
+TEST_F(SqliteDatabaseTest, ReportsAFileLockedByAnotherProgram) {
+  const auto path = NewDatabase();
+  SqliteHandle other_program(path);
+  other_program.Run("BEGIN IMMEDIATE");
+  try {
+    AddLine(*Open(path), "11");
+    FAIL() << "the other program's lock was not respected";
+  } catch (const base::RuntimeError& error) {
+    EXPECT_NE(error.description().find("locked"), std::string::npos) << error.description();
+  }
+}
+
+TEST_F(SqliteDatabaseTest, KeepsTransactionsApart) {
+  const auto path = NewDatabase();
+  const auto writer = Open(path);
+  writer->BeginTransaction();
+  AddLine(*writer, "11");
+  EXPECT_TRUE(Lines(*Open(path)).empty());
+  writer->CommitTransaction();
+  EXPECT_EQ(Lines(*Open(path)).size(), 1U);
+  writer->BeginTransaction();
+  AddLine(*writer, "22");
+  writer->Close();  // without a commit
+  EXPECT_EQ(Lines(*Open(path)).size(), 1U);
+}
+
+TEST_F(SqliteDatabaseTest, ReportsTheKeyOfTheConnectionsOwnInsert) {
+  const auto path = NewDatabase();
+  const auto one = Open(path);
+  const auto other = Open(path);
+  AddLine(*one, "11");
+  AddLine(*other, "22");
+  Lines(*one);
+  EXPECT_EQ(one->LastInsertedKey(), 1);
+  EXPECT_EQ(other->LastInsertedKey(), 2);
+}
+
+TEST_F(SqliteDatabaseTest, OneStatementIsReadTwiceAtTheSameTime) {
+  const auto connection = Open(NewDatabase());
+  for (const auto line : {"1", "2", "3"}) AddLine(*connection, line);
+  constexpr auto kText = "SELECT Line FROM PhoneLine WHERE Line <> ? ORDER BY id";
+  const auto outer = Execute(*connection, kText, {"2"});
+  EXPECT_EQ(Column(*Execute(*connection, kText, {"1"})), (std::vector<std::string>{"2", "3"}));
+  EXPECT_EQ(Column(*outer), (std::vector<std::string>{"1", "3"}));
+}
+
+TEST_F(SqliteDatabaseTest, KeepsAFewPreparedStatements) {
+  const SqliteHandle unused(NewDatabase());
+  StatementCache cache(unused.get());
+  {
+    const auto one = cache.Take("SELECT 1");
+    const auto other = cache.Take("SELECT 1");
+    EXPECT_NE(one.get(), other.get());
+    EXPECT_EQ(cache.idle_count(), 0U);
+  }
+  EXPECT_EQ(cache.idle_count(), 1U);
+  const auto* const kept = cache.Take("SELECT 1").get();
+  EXPECT_EQ(cache.Take("SELECT 1").get(), kept);
+  for (int i = 0; i < 200; ++i) static_cast<void>(cache.Take("SELECT " + std::to_string(i)));
+  EXPECT_EQ(cache.idle_count(), StatementCache::kCapacity);
+  for (const auto* const text :
+       {"", "  ", "SELECT 1; DELETE FROM PhoneLine", "SELEC", "SELECT \"no field\""}) {
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(cache.Take(text)); }), base::kDatabaseError) << text;
+  }
+}
+
+TEST_F(SqliteDatabaseTest, RecordsetGivesValuesInEveryForm) {
+  const auto connection = Open(NewDatabase());
+  const auto rows =
+      Execute(*connection, "SELECT NULL AS A, 42 AS B, 1.5 AS C, ? AS D", {std::string_view("x\0y", 3)});
+  const auto text = std::string("x\0y", 3);
+  EXPECT_EQ(rows->FieldCount(), 4);
+  EXPECT_EQ(rows->FieldName(1), "B");
+  EXPECT_EQ(rows->FieldIndex("d"), 3);
+  EXPECT_EQ(rows->Text(0), "");
+  EXPECT_EQ(rows->Text(1), "42");
+  EXPECT_EQ(rows->Integer(1), 42);
+  EXPECT_EQ(rows->Text(3), text);
+  EXPECT_EQ(rows->Field(0), ports::DatabaseValue(ports::Null{}));
+  EXPECT_EQ(rows->Field(1), ports::DatabaseValue(std::int64_t{42}));
+  EXPECT_EQ(rows->Field(2), ports::DatabaseValue(1.5));
+  EXPECT_EQ(rows->Field(3), ports::DatabaseValue(text));
+}
+
+TEST_F(SqliteDatabaseTest, RecordsetRefusesWhatIsNotThere) {
+  const auto connection = Open(NewDatabase());
+  const auto rows = Execute(*connection, "SELECT 1 AS A");
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->Text(1)); }), base::kSubscriptOutOfRange);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->Field(-1)); }), base::kSubscriptOutOfRange);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->FieldIndex("B")); }), base::kSubscriptOutOfRange);
+  rows->MoveNext();
+  EXPECT_TRUE(rows->AtEnd());
+  EXPECT_EQ(ErrorOf([&] { rows->MoveNext(); }), base::kDatabaseError);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->Text(0)); }), base::kDatabaseError);
+  rows->Close();
+  EXPECT_EQ(ErrorOf([&] { rows->Close(); }), base::kDatabaseError);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->AtEnd()); }), base::kDatabaseError);
+  EXPECT_EQ(rows->ActiveConnection(), connection.get());
+  connection->Close();
+  EXPECT_EQ(ErrorOf([&] { connection->Close(); }), base::kDatabaseError);
+  EXPECT_EQ(ErrorOf([&] { Lines(*connection); }), base::kDatabaseError);
+}
+
+TEST_F(SqliteDatabaseTest, RefusesAnotherNumberOfParameters) {
+  const auto connection = Open(NewDatabase());
+  EXPECT_EQ(ErrorOf([&] { Execute(*connection, "SELECT ?, ?", {"a"}); }), base::kDatabaseError);
+  EXPECT_EQ(ErrorOf([&] { Execute(*connection, "SELECT ?", {"a", "b"}); }), base::kDatabaseError);
+  EXPECT_EQ(Column(*Execute(*connection, "SELECT ?", {"a"})), std::vector<std::string>{"a"});
+}
+
+TEST_F(SqliteDatabaseTest, SortsByAFieldInBothDirections) {
+  const auto connection = Open(NewDatabase());
+  for (const auto line : {"b", "Á", "c", "a"}) AddLine(*connection, line);
+  const auto rows =
+      Execute(*connection, "SELECT Line, id AS \"a \"\"key\"\"\" FROM PhoneLine WHERE Line <> ?", {"c"});
+  using Texts = std::vector<std::string>;
+  EXPECT_EQ(rows->Sort(), "");
+  rows->SetSort("Line");
+  EXPECT_EQ(Column(*rows), (Texts{"a", "Á", "b"}));
+  rows->SetSort("Line DESC");
+  EXPECT_EQ(rows->Sort(), "Line DESC");
+  EXPECT_EQ(Column(*rows), (Texts{"b", "Á", "a"}));
+  rows->SetSort("a \"key\" DESC");
+  EXPECT_EQ(Column(*rows), (Texts{"a", "Á", "b"}));
+  for (const auto* const sort :
+       {"Name", "Line ASC, Line", "1", "Line DESC DESC", "Line\" DESC; --", "DESC"}) {
+    EXPECT_EQ(ErrorOf([&] { rows->SetSort(sort); }), base::kDatabaseError) << sort;
+    EXPECT_EQ(rows->Sort(), "a \"key\" DESC");
+  }
+  rows->SetSort("");
+  EXPECT_EQ(Column(*rows).size(), 3U);
+  // Sorting never runs a statement again that changes something.
+  const auto inserted = Execute(*connection, "INSERT INTO PhoneLine (Line) VALUES ('d')");
+  EXPECT_TRUE(inserted->AtEnd());
+  EXPECT_EQ(ErrorOf([&] { inserted->SetSort(""); }), base::kDatabaseError);
+  EXPECT_EQ(Lines(*connection).size(), 5U);
+}
+
+}  // namespace
+}  // namespace kestro::adapters
