@@ -120,8 +120,10 @@ int main(int argument_count, char** argument_values) {
       [](const BestTimes& times) {
         times.PrintRatio("FindContactsByPhone", "prepared SELECT", 3);
         for (const auto& search : kSearches) {
+          // One field lets thousands pass, which are then put into the order of letters instead of bytes.
+          const bool four_fields = *search.parts[0] != '\0' && *search.parts[1] != '\0';
           times.PrintRatio(std::string("SearchContacts, ") + search.name, std::string("LIKE, ") + search.name,
-                           1.2);
+                           four_fields ? std::optional(1.2) : std::nullopt);
         }
       });
 }

@@ -32,7 +32,8 @@ class BestTimes : public benchmark::ConsoleReporter {
     ConsoleReporter::ReportRuns(runs);
   }
 
-  void PrintRatio(const std::string& of, const std::string& to, std::string_view remark) const {
+  /// Without a goal the ratio is only shown.
+  void PrintRatio(const std::string& of, const std::string& to, std::optional<double> goal = {}) const {
     const auto one = seconds_.find(of);
     const auto other = seconds_.find(to);
     if (one == seconds_.end() || other == seconds_.end()) return;  // filtered out
