@@ -60,7 +60,9 @@ class Office {
     settings_.CreateKey(core::kSettingsKey);
     settings_.SetValue(core::kSettingsKey, core::SettingName::kPhoneLine, "EXT 101");
     settings_.SetValue(core::kSettingsKey, core::SettingName::kDatabasePath, contacts_.path().string());
-    exchange_.AddDevice({.name = "EXT 101"});
+    exchange::Device device;
+    device.name = "EXT 101";
+    exchange_.AddDevice(device);
     application_.Start();
   }
 
@@ -69,13 +71,18 @@ class Office {
   [[nodiscard]] std::string database() const { return contacts_.path().string(); }
 
   void Offer(const std::string& number) {
-    exchange_.Offer({.handle = 0x101, .caller_id = number});
+    exchange::Call call;
+    call.handle = kCall;
+    call.caller_id = number;
+    exchange_.Offer(call);
     if (application_.FindForm("ContactDetail")->visible()) return;
     throw std::runtime_error("no card for " + number);
   }
-  void HangUp() { exchange_.Idle(0x101); }
+  void HangUp() { exchange_.Idle(kCall); }
 
  private:
+  static constexpr ports::CallHandle kCall = 0x101;
+
   int count_;
   test_support::ContactsDatabase contacts_;
   ports::MemorySettingsStore settings_;
