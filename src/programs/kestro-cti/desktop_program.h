@@ -1,0 +1,97 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "adapters/posix/control_socket.h"
+#include "adapters/posix/iconv_code_page.h"
+#include "adapters/posix/log_file.h"
+#include "adapters/posix/path_map.h"
+#include "adapters/posix/posix_file_system.h"
+#include "adapters/posix/posix_shell_information.h"
+#include "adapters/posix/runtime_folder.h"
+#include "adapters/posix/system_clock.h"
+#include "adapters/qt/desktop_tray.h"
+#include "adapters/qt/event_boundary.h"
+#include "adapters/qt/qt_descriptor_watcher.h"
+#include "adapters/qt/qt_event_poster.h"
+#include "adapters/qt/qt_foreground_windows.h"
+#include "adapters/qt/qt_form_host.h"
+#include "adapters/qt/qt_message_boxes.h"
+#include "adapters/qt/qt_notification_area.h"
+#include "adapters/qt/qt_process_control.h"
+#include "adapters/sqlite/sqlite_database.h"
+#include "app/application.h"
+#include "exchange/exchange.h"
+#include "exchange/exchange_commands.h"
+#include "ports/memory_settings_store.h"
+#include "programs/kestro-cti/demo_world.h"
+#include "programs/kestro-cti/ending_signals.h"
+
+namespace kestro::programs {
+
+/// The complete program on a Linux desktop, with the software exchange in place
+/// of a telephone line. Needs a QApplication, which must outlive it.
+class DesktopProgram {
+ public:
+  /// Raises base::RuntimeError when something that the program cannot do
+  /// without is missing; 58 when it is running already.
+  DesktopProgram();
+  ~DesktopProgram();
+  DesktopProgram(const DesktopProgram&) = delete;
+  DesktopProgram& operator=(const DesktopProgram&) = delete;
+
+  /// Starts the application and runs until it ends; the exit status.
+  int Run();
+
+ private:
+  /// The event loop as the control socket knows it.
+  class SocketEvents final : public adapters::DescriptorWatcher {
+   public:
+    explicit SocketEvents(adapters::QtDescriptorWatcher& watcher) : watcher_(watcher) {}
+    void Watch(int descriptor, std::function<void()> on_readable) override {
+      watcher_.Watch(descriptor, std::move(on_readable));
+    }
+    void Unwatch(int descriptor) override { watcher_.Unwatch(descriptor); }
+
+   private:
+    adapters::QtDescriptorWatcher& watcher_;
+  };
+
+  void SetUpExchange();
+  void SetUpSettings();
+  void OpenControlSocket();
+  [[nodiscard]] std::string NativePath(std::string_view path) const { return paths_.ToNative(path); }
+
+  adapters::EventBoundary boundary_;
+  adapters::QtEventPoster poster_{boundary_};
+  adapters::QtDescriptorWatcher descriptors_{boundary_};
+  SocketEvents socket_events_{descriptors_};
+
+  adapters::PathMap paths_;
+  std::string program_folder_;
+  adapters::SqliteDatabase database_;
+  DemoWorld world_;
+  adapters::PosixFileSystem files_;
+  adapters::IconvCodePage code_page_;
+  adapters::SystemClock clock_;
+  adapters::LogFile log_;
+  ports::MemorySettingsStore settings_;
+
+  exchange::Exchange exchange_;
+  exchange::ExchangeCommands commands_{exchange_, code_page_};
+  adapters::RuntimeFolder runtime_folder_;
+  std::unique_ptr<adapters::ControlSocketServer> control_socket_;
+
+  adapters::DesktopTray tray_;
+  adapters::QtFormHost windows_;
+  adapters::QtNotificationArea notification_area_;
+  std::unique_ptr<adapters::PosixShellInformation> shell_;
+  adapters::QtForegroundWindows foreground_{windows_};
+  adapters::QtMessageBoxes boxes_;
+  adapters::QtProcessControl process_;
+  std::unique_ptr<app::Application> application_;
+  std::unique_ptr<EndingSignals> signals_;
+};
+
+}  // namespace kestro::programs
