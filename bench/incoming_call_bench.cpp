@@ -47,6 +47,19 @@ class NoBoxes final : public ports::MessageBoxes {
   }
 };
 
+class NoFileDialogs final : public ports::FileDialogs {
+ public:
+  std::optional<std::string> OpenFile(const ports::FileDialogRequest& /*request*/) override {
+    return std::nullopt;
+  }
+};
+
+class OnlyInstance final : public ports::InstanceGuard {
+ public:
+  bool AnotherInstanceRuns() override { return false; }
+  void BringOtherToFront() override {}
+};
+
 class NoEnd final : public ports::ProcessControl {
  public:
   void EndProcess() override { throw base::ProcessEnded(); }
@@ -59,6 +72,7 @@ class Office {
     Fill(contacts_, count);
     settings_.CreateKey(core::kSettingsKey);
     settings_.SetValue(core::kSettingsKey, core::SettingName::kPhoneLine, "EXT 101");
+    settings_.SetValue(core::kSettingsKey, "FirstStartDone", "1");
     settings_.SetValue(core::kSettingsKey, core::SettingName::kDatabasePath, contacts_.path().string());
     exchange::Device device;
     device.name = "EXT 101";
@@ -97,9 +111,11 @@ class Office {
   QuietNotificationArea area_;
   adapters::PosixShellInformation shell_{true};
   NoBoxes boxes_;
+  NoFileDialogs file_dialogs_;
+  OnlyInstance instances_;
   NoEnd process_;
   app::Application application_{{exchange_, code_page_, settings_, files_, area_, shell_, foreground_, boxes_,
-                                 contacts_.database(), log_, process_, host_}};
+                                 file_dialogs_, contacts_.database(), log_, process_, instances_, host_}};
 };
 
 void RegisterOffering(Office& office, const char* name, bool log) {

@@ -1,8 +1,11 @@
 #include "app/application.h"
 
+#include "app/startup.h"
 #include "contacts/contact_integration_module.h"
 #include "core/application_ending.h"
+#include "core/database_location.h"
 #include "core/foreground.h"
+#include "core/lifecycle.h"
 #include "core/localization.h"
 #include "core/log_module.h"
 #include "core/messages.h"
@@ -12,6 +15,7 @@
 #include "management/initialize_settings.h"
 #include "management/main_form.h"
 #include "management/settings.h"
+#include "management/settings_events.h"
 #include "reception/call_events.h"
 #include "reception/call_transfer.h"
 #include "reception/call_windows.h"
@@ -44,8 +48,9 @@ class NoContactEditor final : public reception::ContactEditing {
 }  // namespace
 
 /// All modules, each behind those that it uses. Where the line events, further
-/// down, call the call events, further up, the call goes through this object.
-struct Application::Modules final : telephony::LineEventReceiver {
+/// down, call the call events, further up, or the lifecycle the windows, the
+/// call goes through this object.
+struct Application::Modules final : telephony::LineEventReceiver, core::Functions::LifecycleDisplay {
   explicit Modules(const Ports& given) : ports(given) {}
 
   // --- telephony::LineEventReceiver ---
@@ -64,6 +69,19 @@ struct Application::Modules final : telephony::LineEventReceiver {
   }
   void ShutDownApplication(const base::RuntimeError& error) override { ending.ShutDownApplication(error); }
 
+  // --- core::Functions::LifecycleDisplay ---
+  void SetTrayIconMenuForStartedApplication() override { menu.SetTrayIconMenuForStartedApplication(); }
+  void SetTrayFormForStartedApplication() override { menu.SetTrayFormForStartedApplication(); }
+  void SetMainFormMenuForStartedApplication() override { menu.SetMainFormMenuForStartedApplication(); }
+  void SetTrayIconMenuForStoppedApplication() override { menu.SetTrayIconMenuForStoppedApplication(); }
+  void SetTrayFormForStoppedApplication() override { menu.SetTrayFormForStoppedApplication(); }
+  void SetMainFormMenuForStoppedApplication() override { menu.SetMainFormMenuForStoppedApplication(); }
+  void ChangeTrayIconToIdle() override { icon.ChangeTrayIconToIdle(); }
+  void ChangeTrayIconToStoppedApplication() override { icon.ChangeTrayIconToStoppedApplication(); }
+  void DeleteTrayBaloonTooltip() override { icon.DeleteTrayBaloonTooltip(); }
+  void PopulateTransferSubmenuData() override { menu.PopulateTransferSubmenuData(); }
+  void mnuExit_Click() override { main_form.mnuExit.Click(); }
+
   Ports ports;
   core::ApplicationFlags flags;
   core::LogModule log{ports.log};
@@ -71,6 +89,7 @@ struct Application::Modules final : telephony::LineEventReceiver {
   core::Messages messages{texts, ports.boxes};
   core::SharedFunctions shared{log, ports.files};
   core::RegistrySettingsModule registry{log, ports.settings};
+  core::Functions::DatabaseLocation location{log, messages, shared, registry, ports.files, ports.process};
   core::Functions::ShellVersion shell{log, ports.shell};
   core::ForceFore foreground{log, ports.foreground};
   management::Settings settings{ports.windows, log, texts};
@@ -92,11 +111,18 @@ struct Application::Modules final : telephony::LineEventReceiver {
   reception::InternalCall internal{ports.windows, log, texts};
   reception::Functions::CallWindows call_windows{log,  texts,  flags,   foreground,
                                                  line, detail, unknown, internal};
-  reception::Functions::TransferMenu menu{log, texts, flags, contacts, tray, detail, unknown};
+  reception::Functions::TransferMenu menu{log, texts, flags, contacts, main_form, tray, detail, unknown};
   reception::Functions::CallEvents events{
       {log, texts, flags, shell, settings, line, tray, lines, icon, menu, call_windows, detail, unknown}};
-  reception::SystemTrayEvents tray_events{{log, flags, shell, ending, contacts, line, main_form, tray, lines,
-                                           transfer, icon, call_windows, events}};
+  core::Functions::Lifecycle lifecycle{
+      {log, messages, texts, flags, line, contacts, settings, ports.instances, *this}};
+  management::SettingsEvents settings_events{{log, messages, texts, flags, registry, ending, settings_loading,
+                                              contacts, line, ports.file_dialogs, settings}};
+  reception::SystemTrayEvents tray_events{{log, flags, shell, ending, contacts, line, lifecycle, main_form,
+                                           settings_events, tray, lines, transfer, icon, call_windows,
+                                           events}};
+  Startup startup{{log, messages, shared, flags, location, lifecycle, contacts, line, settings_loading,
+                   settings, settings_events, main_form, tray, icon, ports.notification_area}};
   std::vector<forms::Form*> forms{&main_form, &tray, &settings, &detail, &unknown, &internal};
 };
 
@@ -109,23 +135,10 @@ Application::Application(const Ports& ports) : modules_(std::make_unique<Modules
 
 Application::~Application() { modules_->ports.notification_area.SetCallback({}); }
 
-void Application::Start() {
-  Modules& m = *modules_;
-  m.log.SetLogDirectory(m.shared.GetCurrentApplicationPath());
-  m.main_form.Load();
-  m.settings.Load();
-  m.tray.Load();
-  m.settings_loading.InitializeSettings();
-  m.line.InitializeLine();
-  m.icon.InitializeTrayIcon();
-  m.flags.DatabaseAccessible = m.contacts.CheckAccessIntoContactDatabase(m.settings.DatabasePath());
-  m.line.StartLineListening(m.line.GetCurrentLineId());
-  m.flags.ApplicationStarted = true;
-  m.menu.SetTrayIconMenuForStartedApplication();
-  m.menu.SetTrayFormForStartedApplication();
-  m.icon.ChangeTrayIconToIdle();
-  m.icon.DeleteTrayBaloonTooltip();
-  m.menu.PopulateTransferSubmenuData();
+void Application::Start() { modules_->main_form.Load(); }
+
+void Application::Activate() {
+  if (!modules_->flags.ModalDialogOpen) modules_->main_form.BringUp();
 }
 
 void Application::End() { modules_->ending.IsApplicationShutdown(); }

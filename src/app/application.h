@@ -24,6 +24,8 @@ class Application {
   /// The program's start-up, to the point where it waits for events.
   /// base::ProcessEnded comes through when the start ends the process.
   void Start();
+  /// A second start of the program asks this one to come to the front.
+  void Activate();
   /// Ends the application in order (session end, SIGTERM): line closed, windows
   /// unloaded, icon removed. Ends in base::ProcessEnded.
   void End();

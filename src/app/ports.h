@@ -6,6 +6,7 @@
 #include "ports/database.h"
 #include "ports/file_system.h"
 #include "ports/foreground_windows.h"
+#include "ports/instance_guard.h"
 #include "ports/line_functions.h"
 #include "ports/logging_component.h"
 #include "ports/message_boxes.h"
@@ -26,9 +27,11 @@ struct Ports {
   ports::ShellInformation& shell;
   ports::ForegroundWindows& foreground;
   ports::MessageBoxes& boxes;
+  ports::FileDialogs& file_dialogs;
   ports::Database& database;
   ports::LoggingComponent& log;
   ports::ProcessControl& process;
+  ports::InstanceGuard& instances;
   forms::FormHost& windows;
 };
 

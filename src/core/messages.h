@@ -17,6 +17,8 @@ class Messages {
                         std::initializer_list<std::string> parameters = {}) {
     return boxes_.Show(texts_.GetLocalizedString(text_id, parameters), style);
   }
+  /// A text that comes ready from elsewhere.
+  void ShowText(int style, std::string_view text) { boxes_.Show(text, style); }
   void Notice(std::string_view text_id, std::initializer_list<std::string> parameters = {}) {
     Show(ports::kInformation, text_id, parameters);
   }

@@ -25,7 +25,10 @@ void frmMainForm::BringUp() {
 }
 
 void frmMainForm::Form_Load() {
-  procedure_.Outermost("Form_Load", [&] { GetFormTextTranslation(); });
+  procedure_.Outermost("Form_Load", [&] {
+    GetFormTextTranslation();
+    if (on_load) on_load();
+  });
 }
 
 void frmMainForm::GetFormTextTranslation() {

@@ -27,6 +27,9 @@ class frmMainForm final : public forms::Form {
   /// closing it then minimises it instead of hiding it.
   void StayReachable() { stays_reachable_ = true; }
 
+  /// The application's start-up, plugged in by the application: runs when the window loads.
+  forms::Handler on_load;
+
   forms::MenuItem mnuApplication{*this, nullptr, "mnuApplication", forms::MenuItem::Role::kBar};
   forms::MenuItem mnuExit{*this, &mnuApplication, "mnuExit"};
 

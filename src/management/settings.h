@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "contacts/contact_integration_module.h"
@@ -34,8 +35,18 @@ class Settings final : public forms::Form, public contacts::DatabasePathSource, 
   forms::Button OKButton{*this, nullptr, "OKButton", forms::Button::Role::kDefault};
   forms::Button CancelButton{*this, nullptr, "CancelButton", forms::Button::Role::kCancel};
 
+  /// Plugged in by SettingsEvents.
+  forms::Handler on_activate;
+  std::function<void(bool& cancel, int unload_mode)> on_query_unload;
+
  private:
   void Form_Load() override;
+  void Form_Activate() override {
+    if (on_activate) on_activate();
+  }
+  void Form_QueryUnload(bool& cancel, int unload_mode) override {
+    if (on_query_unload) on_query_unload(cancel, unload_mode);
+  }
   void GetFormTextTranslation();
   void LayOut();
 

@@ -15,6 +15,8 @@ SystemTrayEvents::SystemTrayEvents(const Needs& needs)
     : procedure_(needs.log, "KESTROCTI.SystemTrayForm", core::Spelling::kFullStop), needs_(needs) {
   SystemTrayForm& tray = needs_.tray;
   tray.mnuRedirectList.on_click = [this](int index) { mnuRedirectList_Click(index); };
+  tray.mPopStartStop.on_click = [this] { mPopStartStop_Click(); };
+  tray.mPopSettings.on_click = [this] { mPopSettings_Click(); };
   tray.mnuContactsList.on_click = [this] { mnuContactsList_Click(); };
   tray.mPopExit.on_click = [this] { mPopExit_Click(); };
   tray.btnIncomingCall.on_click = [this] { btnIncomingCall_Click(); };
@@ -61,6 +63,33 @@ void SystemTrayEvents::mnuRedirectList_Click(int index) {
   procedure_.Outermost("mnuRedirectList_Click", [&] {
     const std::string& caption = needs_.tray.mnuRedirectList.at(index).caption();
     needs_.transfer.OnCallTransfer(needs_.lines.GetInternalListCallerId(base::Trim(caption)));
+  });
+}
+
+/// A start that fails for a setting opens the settings at it, once.
+void SystemTrayEvents::StartOrAskForSettings() {
+  auto fault = core::Functions::StartFault::kNone;
+  std::string message;
+  needs_.lifecycle.StartApplication(fault, message);
+  if (fault != core::Functions::StartFault::kNone) needs_.settings.ShowModal(nullptr, fault, message);
+}
+
+void SystemTrayEvents::mPopStartStop_Click() {
+  procedure_.Outermost("mPopStartStop_Click", [&] {
+    if (needs_.flags.ApplicationStarted) {
+      needs_.lifecycle.StopApplication();
+    } else {
+      StartOrAskForSettings();
+    }
+  });
+}
+
+void SystemTrayEvents::mPopSettings_Click() {
+  procedure_.Outermost("mPopSettings_Click", [&] {
+    if (needs_.flags.ApplicationStarted) needs_.lifecycle.StopApplication();
+    if (needs_.main_form.visible()) needs_.main_form.SetWindowState(forms::WindowState::kNormal);
+    needs_.settings.ShowModal(&needs_.main_form);
+    StartOrAskForSettings();
   });
 }
 

@@ -3,9 +3,11 @@
 #include "contacts/contact_integration_module.h"
 #include "core/application_ending.h"
 #include "core/application_flags.h"
+#include "core/lifecycle.h"
 #include "core/procedure_frame.h"
 #include "core/shell_version.h"
 #include "management/main_form.h"
+#include "management/settings_events.h"
 #include "reception/call_events.h"
 #include "reception/call_transfer.h"
 #include "reception/call_windows.h"
@@ -27,7 +29,9 @@ class SystemTrayEvents {
     core::Functions::ApplicationEnding& ending;
     contacts::ContactIntegrationModule& contacts;
     telephony::TAPIFunctionsModule& line;
+    core::Functions::Lifecycle& lifecycle;
     management::frmMainForm& main_form;
+    management::SettingsEvents& settings;
     SystemTrayForm& tray;
     Functions::InternalLines& lines;
     Functions::CallTransfer& transfer;
@@ -45,6 +49,9 @@ class SystemTrayEvents {
   void OpenWhatMatters();
   void OpenInternalCall();
   void mnuRedirectList_Click(int index);
+  void StartOrAskForSettings();
+  void mPopStartStop_Click();
+  void mPopSettings_Click();
   void mnuContactsList_Click();
   void mPopExit_Click();
   void btnIncomingCall_Click();

@@ -21,7 +21,10 @@ SystemTrayForm::SystemTrayForm(forms::FormHost& host, core::LogModule& log, core
 }
 
 void SystemTrayForm::Form_Load() {
-  procedure_.Outermost("Form_Load", [&] { GetFormTextTranslation(); });
+  procedure_.Outermost("Form_Load", [&] {
+    if (on_load) on_load();
+    GetFormTextTranslation();
+  });
 }
 
 void SystemTrayForm::Form_Resize() {

@@ -28,6 +28,8 @@ class SystemTrayForm final : public forms::Form {
   forms::Button btnDisconnectCall{*this, nullptr, "btnDisconnectCall"};
   forms::Button btnTransferCall{*this, nullptr, "btnTransferCall"};
 
+  /// The rest of the start-up, plugged in by the application.
+  forms::Handler on_load;
   /// Plugged in by SystemTrayEvents.
   forms::Handler on_unload;
 

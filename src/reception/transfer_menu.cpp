@@ -3,12 +3,13 @@
 namespace kestro::reception::Functions {
 
 TransferMenu::TransferMenu(core::LogModule& log, core::Localization& texts, core::ApplicationFlags& flags,
-                           contacts::ContactIntegrationModule& contacts, SystemTrayForm& tray,
-                           ContactDetail& detail, UnknownContact& unknown)
+                           contacts::ContactIntegrationModule& contacts, management::frmMainForm& main_form,
+                           SystemTrayForm& tray, ContactDetail& detail, UnknownContact& unknown)
     : procedure_(log, "KESTROCTI.Functions", core::Spelling::kFullStop),
       texts_(texts),
       flags_(flags),
       contacts_(contacts),
+      main_form_(main_form),
       tray_(tray),
       detail_(detail),
       unknown_(unknown) {}
@@ -26,6 +27,20 @@ void TransferMenu::SetTrayIconMenu(bool started) {
   tray_.mPopSettings.SetEnabled(true);
   tray_.mPopStartStop.SetEnabled(true);
   tray_.mPopStartStop.SetChecked(started);
+  DisableRedirectListItems();
+}
+
+void TransferMenu::SetMainFormMenuForStartedApplication() {
+  procedure_("SetMainFormMenuForStartedApplication", [&] { SetMainFormMenu(); });
+}
+
+void TransferMenu::SetMainFormMenuForStoppedApplication() {
+  procedure_("SetMainFormMenuForStoppedApplication", [&] { SetMainFormMenu(); });
+}
+
+/// The way out stays open in both states.
+void TransferMenu::SetMainFormMenu() {
+  main_form_.mnuExit.SetEnabled(true);
   DisableRedirectListItems();
 }
 

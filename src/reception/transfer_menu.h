@@ -4,6 +4,7 @@
 #include "core/application_flags.h"
 #include "core/localization.h"
 #include "core/procedure_frame.h"
+#include "management/main_form.h"
 #include "reception/contact_detail.h"
 #include "reception/system_tray_form.h"
 #include "reception/unknown_contact.h"
@@ -15,11 +16,14 @@ namespace kestro::reception::Functions {
 class TransferMenu {
  public:
   TransferMenu(core::LogModule& log, core::Localization& texts, core::ApplicationFlags& flags,
-               contacts::ContactIntegrationModule& contacts, SystemTrayForm& tray, ContactDetail& detail,
-               UnknownContact& unknown);
+               contacts::ContactIntegrationModule& contacts, management::frmMainForm& main_form,
+               SystemTrayForm& tray, ContactDetail& detail, UnknownContact& unknown);
 
   void SetTrayIconMenuForStartedApplication();
   void SetTrayIconMenuForStoppedApplication();
+  /// The main window looks the same while monitoring runs and while it does not.
+  void SetMainFormMenuForStartedApplication();
+  void SetMainFormMenuForStoppedApplication();
   void SetTrayFormForStartedApplication();
   void SetTrayFormForStoppedApplication();
   /// The items and both combos take RedirectAllowed.
@@ -31,6 +35,7 @@ class TransferMenu {
 
  private:
   void SetTrayIconMenu(bool started);
+  void SetMainFormMenu();
   void SetRedirectEnabled(bool enabled);
   void ClearLines();
   void AddLine(const contacts::PhoneLine& line);
@@ -39,6 +44,7 @@ class TransferMenu {
   core::Localization& texts_;
   core::ApplicationFlags& flags_;
   contacts::ContactIntegrationModule& contacts_;
+  management::frmMainForm& main_form_;
   SystemTrayForm& tray_;
   ContactDetail& detail_;
   UnknownContact& unknown_;

@@ -54,8 +54,7 @@ bool OnlyLooks(const Action& action) {
 
 Player::Player(Machine& machine, FrontEnd& front_end, Transcript& transcript, WindowViewer viewer)
     : session_(machine, front_end, transcript), world_(session_), viewer_(std::move(viewer)) {
-  session_.windows.SetModalHook(
-      [this](forms::Form& window) { session_.front_end.Post([this, &window] { RunBlock(window); }); });
+  session_.windows.SetModalHook([this](forms::Form& window) { RunBlockLater(window); });
 }
 
 Player::~Player() { session_.transcript.Close(); }
@@ -140,8 +139,11 @@ bool Player::PerformOwnAction(const Action& action) {
       blocks_.push_back(&action);
       return true;
     case ActionKind::kFile:
+      session_.file_dialogs.Queue(action.Text(0));
+      return true;
     case ActionKind::kFileCancel:
-      throw ScriptError(action.line, "the application has no file dialog");
+      session_.file_dialogs.Queue(std::nullopt);
+      return true;
     case ActionKind::kDialObject:
       throw ScriptError(action.line, "the application does not dial");
     case ActionKind::kDumpSettings:
@@ -169,6 +171,17 @@ void Player::Expect(const Action& action) const {
   if (action.kind == ActionKind::kRefuse && session_.transcript.ContainsBeginning(text)) {
     throw Failure(action.line, "there is such a line: " + text);
   }
+}
+
+/// A box that the window opens as it comes up is answered first.
+void Player::RunBlockLater(forms::Form& window) {
+  session_.front_end.Post([this, &window] {
+    if (session_.boxes.open()) {
+      RunBlockLater(window);
+    } else {
+      RunBlock(window);
+    }
+  });
 }
 
 /// Runs inside the application's own call: nothing but the end of the process
@@ -206,8 +219,8 @@ void Player::RaiseWhatWentWrong(const Action& action) {
 }
 
 void Player::CheckLeftOvers() const {
-  if (session_.boxes.queued() > 0) {
-    throw Failure(last_line_, std::to_string(session_.boxes.queued()) + " answer(s) nobody asked for");
+  if (const auto unasked = session_.boxes.queued() + session_.file_dialogs.queued(); unasked > 0) {
+    throw Failure(last_line_, std::to_string(unasked) + " answer(s) nobody asked for");
   }
   if (!blocks_.empty()) throw Failure(blocks_.front()->line, "no modal window opened for this");
 }

@@ -47,6 +47,7 @@ class Player {
   void Start(const Action& action);
   void QueueAnswer(const Action& action);
   void Expect(const Action& action) const;
+  void RunBlockLater(forms::Form& window);
   void RunBlock(forms::Form& window);
   void PerformBlock(const Action& during, forms::Form& window);
   void RaiseWhatWentWrong(const Action& action);

@@ -53,7 +53,9 @@ BoxAnswer RecordingMessageBoxes::NextAnswer(int style) {
 }
 
 BoxAnswer RecordingMessageBoxes::Show(std::string_view text, int style) {
+  ++open_;
   const BoxAnswer answer = presenter_(text, style, NextAnswer(style));
+  --open_;
   transcript_.Add("box style=" + std::to_string(style) + " " + Quoted(text) + " = " +
                   std::string(AnswerWord(answer)));
   return answer;

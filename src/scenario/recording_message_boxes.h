@@ -25,6 +25,8 @@ class RecordingMessageBoxes final : public ports::MessageBoxes {
 
   void Queue(ports::BoxAnswer answer) { answers_.push_back(answer); }
   [[nodiscard]] std::size_t queued() const { return answers_.size(); }
+  /// A box is on the screen.
+  [[nodiscard]] bool open() const { return open_ > 0; }
 
   ports::BoxAnswer Show(std::string_view text, int style) override;
 
@@ -35,6 +37,7 @@ class RecordingMessageBoxes final : public ports::MessageBoxes {
   Transcript& transcript_;
   Problems& problems_;
   std::deque<ports::BoxAnswer> answers_;
+  int open_ = 0;
 };
 
 /// The script's word for an answer, and the other way round.

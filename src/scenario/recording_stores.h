@@ -41,7 +41,8 @@ class RecordingFileSystem final : public ports::FileSystem {
   [[nodiscard]] int FileAttributes(std::string_view path) const override {
     return inner_.FileAttributes(path);
   }
-  [[nodiscard]] std::string ReadTextLinesJoined(std::string_view path, std::size_t most_bytes) const override {
+  [[nodiscard]] std::string ReadTextLinesJoined(std::string_view path,
+                                                std::size_t most_bytes) const override {
     return inner_.ReadTextLinesJoined(path, most_bytes);
   }
   [[nodiscard]] std::string ProgramFolder() const override { return inner_.ProgramFolder(); }

@@ -11,6 +11,7 @@ Session::Session(Machine& machine_used, FrontEnd& front_end_used, Transcript& tr
       boxes([this](std::string_view text, int style,
                    ports::BoxAnswer planned) { return front_end.ShowBox(text, style, planned); },
             transcript, problems),
+      file_dialogs(transcript),
       windows(front_end.Host(), transcript),
       log(transcript),
       line_functions_(exchange, machine.CodePage(), transcript),
@@ -29,9 +30,11 @@ void Session::StartApplication() {
       shell,
       foreground_,
       boxes,
+      file_dialogs,
       machine.Database(),
       log,
       process_,
+      instances,
       windows,
   });
   application_->Start();

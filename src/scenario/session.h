@@ -7,11 +7,13 @@
 #include "ports/memory_settings_store.h"
 #include "scenario/machine.h"
 #include "scenario/problems.h"
+#include "scenario/recording_file_dialogs.h"
 #include "scenario/recording_form_host.h"
 #include "scenario/recording_line_functions.h"
 #include "scenario/recording_message_boxes.h"
 #include "scenario/recording_notification_area.h"
 #include "scenario/recording_stores.h"
+#include "scenario/scripted_instances.h"
 #include "scenario/scripted_shell_information.h"
 #include "scenario/transcript.h"
 
@@ -33,8 +35,10 @@ class Session {
   exchange::Exchange exchange;
   ports::MemorySettingsStore settings;
   ScriptedShellInformation shell;
+  ScriptedInstances instances;
   RecordingNotificationArea notification_area;
   RecordingMessageBoxes boxes;
+  RecordingFileDialogs file_dialogs;
   RecordingFormHost windows;
   RecordingLog log;
 

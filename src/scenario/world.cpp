@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "base/runtime_error.h"
+#include "base/text.h"
 #include "scenario/quoting.h"
 #include "scenario/script_line.h"
 
@@ -13,7 +14,8 @@ namespace {
 constexpr std::string_view kDatabasePath = "DatabasePath";
 constexpr std::string_view kPhoneLine = "PhoneLine";
 constexpr std::string_view kDefaultDevice = "EXT 101";
-constexpr std::string_view kDefaultDatabase = "C:\\Data\\KESTRO\\KESTROCTI\\CTIDB.mdb";
+constexpr std::string_view kFirstStartDone = "FirstStartDone";
+constexpr std::string_view kUsersDatabase = "C:\\Data\\KESTRO\\KESTROCTI\\CTIDB.mdb";
 constexpr std::string_view kTemplate = "C:\\Program\\DBTemplate.tpl";
 constexpr std::array<std::string_view, 4> kIcons = {"idle", "ringing", "accepted", "stopped"};
 
@@ -47,8 +49,7 @@ void MakeFolder(ports::FileSystem& files, const std::string& folder) {
 }  // namespace
 
 std::string ConnectionStringOf(std::string_view database_path) {
-  return "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + std::string(database_path) +
-         ";Persist Security Info=False";
+  return std::string(ports::kConnectionStringStart).append(database_path).append(ports::kConnectionStringEnd);
 }
 
 bool World::Take(const Action& action) {
@@ -75,7 +76,8 @@ bool World::Take(const Action& action) {
       no_database_ = true;
       return true;
     case ActionKind::kAnotherInstance:
-      throw ScriptError(action.line, "the application does not ask for another instance");
+      session_.instances.SetAnotherRuns();
+      return true;
     case ActionKind::kWindows:
       TakeWindows(action);
       return true;
@@ -122,10 +124,6 @@ void World::WriteFile(const Action& action, std::string_view folder) {
   OnMachine(action.line, [&] { session_.machine.WriteFile(ports::BuildPath(folder, name), bytes); });
 }
 
-std::string World::DatabasePath() const {
-  return session_.settings.QueryValue(kSettingsKey, kDatabasePath).value_or(std::string(kDefaultDatabase));
-}
-
 void World::Build(int line) {
   if (first_device_.empty()) {
     session_.exchange.AddDevice({session_.machine.CodePage().FromText(kDefaultDevice)});
@@ -135,7 +133,7 @@ void World::Build(int line) {
     session_.SetSetting(kPhoneLine, first_device_);
   }
   OnMachine(line, [&] {
-    MakeDatabase();
+    PrepareDatabase();
     RemoveWhatIsMissing();
   });
 }
@@ -149,18 +147,25 @@ void World::RemoveWhatIsMissing() {
   }
 }
 
-/// The database that the application finds: the setting DatabasePath names it.
-void World::MakeDatabase() {
-  Machine& machine = session_.machine;
-  const std::string path = DatabasePath();
-  session_.SetSetting(kDatabasePath, path);
-  if (path.empty() || no_database_) {
+void World::PrepareDatabase() {
+  const auto configured = session_.settings.QueryValue(kSettingsKey, kDatabasePath);
+  const std::string path = configured.value_or(std::string(kUsersDatabase));
+  if (configured || no_database_) {
+    session_.SetSetting(kDatabasePath, path);
+    session_.SetSetting(kFirstStartDone, "1");
+  }
+  if (base::Trim(path).empty() || no_database_) {
     if (!address_book_.empty())
       throw ScriptError(address_book_.first_line(), "there is no database for this");
     return;
   }
+  if (configured || read_only_database_ || !address_book_.empty()) MakeDatabase(path);
+}
+
+void World::MakeDatabase(const std::string& path) {
+  Machine& machine = session_.machine;
   MakeFolder(machine.Files(), ports::GetParentFolderName(path));
-  machine.Files().CopyFileTo(kTemplate, path, true);
+  if (!machine.Files().FileExists(path)) machine.Files().CopyFileTo(kTemplate, path, true);
   address_book_.Store(machine.Database(), ConnectionStringOf(path));
   if (read_only_database_) machine.SetReadOnly(path);
 }

@@ -9,9 +9,14 @@
 namespace kestro::scenario {
 
 /// The world that a scenario's application is started in. Without a word in the
-/// script: one device "EXT 101", a contacts database with nothing but what the
-/// template holds, and the first device as the PhoneLine setting (a PhoneLine
-/// setting in the script, an empty one included, takes its place).
+/// script: one device "EXT 101", the first device as the PhoneLine setting (a
+/// PhoneLine setting in the script, an empty one included, takes its place), and
+/// a user who starts the program for the first time.
+///
+/// Rows in the script make the user's database in advance, in the place where
+/// the first start finds it. A DatabasePath setting in the script (and a database
+/// that is missing on purpose) make it a later start; the database is then made
+/// at that path.
 class World {
  public:
   explicit World(Session& session) : session_(session) {}
@@ -21,14 +26,12 @@ class World {
   /// Makes what has been described. Raises ScriptError, with `line` for what is not one action's fault.
   void Build(int line);
 
-  /// Path of the contacts database, empty when the settings name none.
-  [[nodiscard]] std::string DatabasePath() const;
-
  private:
   void TakeDevice(const Action& action);
   void TakeWindows(const Action& action);
   void WriteFile(const Action& action, std::string_view folder);
-  void MakeDatabase();
+  void PrepareDatabase();
+  void MakeDatabase(const std::string& path);
   void RemoveWhatIsMissing();
 
   Session& session_;

@@ -1,7 +1,10 @@
 #include "adapters/sqlite/sqlite_connection.h"
 
+#include <string>
+
 #include "adapters/sqlite/connection_string.h"
 #include "adapters/sqlite/sqlite_error.h"
+#include "base/runtime_error.h"
 
 namespace kestro::adapters {
 
@@ -13,7 +16,14 @@ void SqliteConnection::Open(std::string_view connection_string, std::string_view
                             std::string_view /*password*/, int /*options*/) {
   if (handle_) RaiseDatabaseError("The connection is open already.");
   if (!connection_string.empty()) connection_string_ = connection_string;
-  handle_ = pool_.Acquire(native_path_(DataSourceOf(connection_string_)));
+  const std::string path(DataSourceOf(connection_string_));
+  try {
+    handle_ = pool_.Acquire(native_path_(path));
+  } catch (const base::RuntimeError& error) {
+    // The path as the system knows it: the native one means nothing to the reader of a log.
+    throw base::RuntimeError(error.number(), "Database '" + path + "': " + error.description(),
+                             error.source());
+  }
   last_inserted_key_ = 0;
 }
 

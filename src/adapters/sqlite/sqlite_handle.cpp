@@ -31,12 +31,11 @@ constexpr fs::perms kAnyWrite = fs::perms::owner_write | fs::perms::group_write 
 int CheckedOpenFlags(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
-  const auto name = EnginePath(path);
-  if (status.type() == fs::file_type::not_found) RaiseDatabaseError("Could not find file '" + name + "'.");
-  if (error) RaiseDatabaseError("File '" + name + "' cannot be reached: " + error.message());
-  if (!fs::is_regular_file(status)) RaiseDatabaseError("'" + name + "' is not a file.");
+  if (status.type() == fs::file_type::not_found) RaiseDatabaseError("There is no such file.");
+  if (error) RaiseDatabaseError("The file cannot be reached: " + error.message());
+  if (!fs::is_regular_file(status)) RaiseDatabaseError("It is not a file.");
   // To the engine a shorter file is a database without tables, free to be filled.
-  if (fs::file_size(path, error) < kSmallestPage) RaiseDatabaseError("File '" + name + "' is no database.");
+  if (fs::file_size(path, error) < kSmallestPage) RaiseDatabaseError("The file is no database.");
   const bool writable = (status.permissions() & kAnyWrite) != fs::perms::none;
   return SQLITE_OPEN_NOMUTEX | (writable ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY);
 }
@@ -48,7 +47,7 @@ HandlePointer OpenFile(const fs::path& path) {
   const int result = sqlite3_open_v2(name.c_str(), &opened, flags, nullptr);
   HandlePointer database(opened);  // also given when opening failed
   if (!database) RaiseDatabaseError("There is not enough memory to open a database.");
-  CheckResult(result, database.get(), "Database '" + name + "' cannot be opened");
+  CheckResult(result, database.get(), "The file cannot be opened");
   return database;
 }
 
@@ -81,8 +80,7 @@ SqliteHandle::SqliteHandle(const fs::path& path) : database_(OpenFile(path)), st
   sqlite3_busy_timeout(get(), kBusyTimeoutMs);
   SetSafetyOptions(get());
   RegisterTextFunctions(get());
-  CheckResult(sqlite3_exec(get(), kSettings, nullptr, nullptr, nullptr), get(),
-              "Database '" + EnginePath(path) + "' cannot be opened");
+  CheckResult(sqlite3_exec(get(), kSettings, nullptr, nullptr, nullptr), get(), "The file cannot be opened");
 }
 
 void SqliteHandle::Run(const char* statements) {

@@ -9,7 +9,6 @@
 
 #include "adapters/posix/user_folders.h"
 #include "base/runtime_error.h"
-#include "core/registry_settings_module.h"
 #include "generated/text_catalogue_table.h"
 #include "generated/version.h"
 
@@ -35,50 +34,63 @@ adapters::LogFile::Options LogOptions() {
 
 }  // namespace
 
-DesktopProgram::DesktopProgram()
+DesktopProgram::DesktopProgram(World world)
     : program_folder_(adapters::ExecutableFolder()),
       database_([this](std::string_view path) { return std::filesystem::path(NativePath(path)); }),
-      world_(PrepareDemoWorld(program_folder_)),
-      files_(paths_, program_folder_, world_.user_data_folder),
       log_(clock_, paths_, LogOptions()),
+      world_(MakeWorld(world)),
+      files_(paths_, program_folder_, world_.user_data_folder),
       exchange_([this](std::function<void()> task) { poster_(std::move(task)); }),
       tray_(kProductName, CatalogueText(kOpenTextNumber)),
       windows_(boundary_, [this](std::string_view path) { return NativePath(path); }),
       notification_area_(windows_, code_page_, tray_,
                          [this](std::string_view path) { return NativePath(path); }),
-      boxes_(boundary_, kProductName) {
+      boxes_(boundary_, kProductName),
+      file_dialogs_(
+          boundary_, [this](std::string_view path) { return NativePath(path); },
+          [this](std::string_view path) { return paths_.ToSystem(path); }) {
   SetUpExchange();
-  SetUpSettings();
-  OpenControlSocket();
+  // A second instance leaves the sockets to the first one; it ends by itself after its start checks.
+  if (!instances_.AnotherInstanceRuns()) OpenSockets();
   tray_.Explore(kPatienceWithDesktop);
-  shell_ = std::make_unique<adapters::PosixShellInformation>(tray_.ShowsBalloons());
-  application_ = std::make_unique<app::Application>(app::Ports{exchange_, code_page_, settings_, files_,
-                                                               notification_area_, *shell_, foreground_,
-                                                               boxes_, database_, log_, process_, windows_});
+  MakeApplication();
   signals_ = std::make_unique<EndingSignals>(descriptors_, [this] { application_->End(); });
 }
 
 DesktopProgram::~DesktopProgram() = default;
 
+UserWorld DesktopProgram::MakeWorld(World world) {
+  if (world == World::kDemo) return DemoWorld(program_folder_);
+  return OwnWorld(clock_, [this](const std::string& text) { Report(text); });
+}
+
+/// To the terminal or the session's journal: the method log may be off, or not known yet.
+void DesktopProgram::Report(const std::string& text) {
+  std::cerr << "kestro-cti: " << text << std::endl;
+  log_.LineEntry({"KESTROCTI.RegistryModule", "SettingsFile"}, text);
+}
+
+void DesktopProgram::MakeApplication() {
+  shell_ = std::make_unique<adapters::PosixShellInformation>(tray_.ShowsBalloons());
+  application_ = std::make_unique<app::Application>(
+      app::Ports{exchange_, code_page_, *world_.settings, files_, notification_area_, *shell_, foreground_,
+                 boxes_, file_dialogs_, database_, log_, process_, instances_, windows_});
+}
+
 void DesktopProgram::SetUpExchange() {
   exchange::Device device;
-  device.name = kDemoLine;
+  device.name = kExchangeLine;
   exchange_.AddDevice(device);
   exchange_.AnswerByItself(true);
 }
 
-void DesktopProgram::SetUpSettings() {
-  settings_.CreateKey(core::kSettingsKey);
-  settings_.SetValue(core::kSettingsKey, core::SettingName::kDatabasePath,
-                     paths_.ToSystem(world_.database_file));
-  settings_.SetValue(core::kSettingsKey, core::SettingName::kPhoneLine, kDemoLine);
-}
-
-void DesktopProgram::OpenControlSocket() {
+void DesktopProgram::OpenSockets() {
   runtime_folder_.Prepare();
   control_socket_ = std::make_unique<adapters::ControlSocketServer>(
       socket_events_, runtime_folder_.SocketPath(),
       [this](std::string_view request) { return commands_.Execute(request); });
+  activation_ = std::make_unique<adapters::ActivationSocket>(
+      socket_events_, adapters::ActivationSocketPath(runtime_folder_), [this] { application_->Activate(); });
 }
 
 int DesktopProgram::Run() {

@@ -3,8 +3,10 @@
 #include <memory>
 #include <string>
 
+#include "adapters/posix/activation_socket.h"
 #include "adapters/posix/control_socket.h"
 #include "adapters/posix/iconv_code_page.h"
+#include "adapters/posix/instance_lock.h"
 #include "adapters/posix/log_file.h"
 #include "adapters/posix/path_map.h"
 #include "adapters/posix/posix_file_system.h"
@@ -15,6 +17,7 @@
 #include "adapters/qt/event_boundary.h"
 #include "adapters/qt/qt_descriptor_watcher.h"
 #include "adapters/qt/qt_event_poster.h"
+#include "adapters/qt/qt_file_dialogs.h"
 #include "adapters/qt/qt_foreground_windows.h"
 #include "adapters/qt/qt_form_host.h"
 #include "adapters/qt/qt_message_boxes.h"
@@ -24,9 +27,8 @@
 #include "app/application.h"
 #include "exchange/exchange.h"
 #include "exchange/exchange_commands.h"
-#include "ports/memory_settings_store.h"
-#include "programs/kestro-cti/demo_world.h"
 #include "programs/kestro-cti/ending_signals.h"
+#include "programs/kestro-cti/user_world.h"
 
 namespace kestro::programs {
 
@@ -34,9 +36,11 @@ namespace kestro::programs {
 /// of a telephone line. Needs a QApplication, which must outlive it.
 class DesktopProgram {
  public:
+  enum class World { kOwn, kDemo };
+
   /// Raises base::RuntimeError when something that the program cannot do
-  /// without is missing; 58 when it is running already.
-  DesktopProgram();
+  /// without is missing.
+  explicit DesktopProgram(World world);
   ~DesktopProgram();
   DesktopProgram(const DesktopProgram&) = delete;
   DesktopProgram& operator=(const DesktopProgram&) = delete;
@@ -58,9 +62,11 @@ class DesktopProgram {
     adapters::QtDescriptorWatcher& watcher_;
   };
 
+  [[nodiscard]] UserWorld MakeWorld(World world);
   void SetUpExchange();
-  void SetUpSettings();
-  void OpenControlSocket();
+  void OpenSockets();
+  void MakeApplication();
+  void Report(const std::string& text);
   [[nodiscard]] std::string NativePath(std::string_view path) const { return paths_.ToNative(path); }
 
   adapters::EventBoundary boundary_;
@@ -71,16 +77,17 @@ class DesktopProgram {
   adapters::PathMap paths_;
   std::string program_folder_;
   adapters::SqliteDatabase database_;
-  DemoWorld world_;
-  adapters::PosixFileSystem files_;
   adapters::IconvCodePage code_page_;
   adapters::SystemClock clock_;
   adapters::LogFile log_;
-  ports::MemorySettingsStore settings_;
+  UserWorld world_;
+  adapters::PosixFileSystem files_;
 
   exchange::Exchange exchange_;
   exchange::ExchangeCommands commands_{exchange_, code_page_};
   adapters::RuntimeFolder runtime_folder_;
+  adapters::InstanceLock instances_{runtime_folder_};
+  std::unique_ptr<adapters::ActivationSocket> activation_;
   std::unique_ptr<adapters::ControlSocketServer> control_socket_;
 
   adapters::DesktopTray tray_;
@@ -89,6 +96,7 @@ class DesktopProgram {
   std::unique_ptr<adapters::PosixShellInformation> shell_;
   adapters::QtForegroundWindows foreground_{windows_};
   adapters::QtMessageBoxes boxes_;
+  adapters::QtFileDialogs file_dialogs_;
   adapters::QtProcessControl process_;
   std::unique_ptr<app::Application> application_;
   std::unique_ptr<EndingSignals> signals_;

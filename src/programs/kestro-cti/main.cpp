@@ -17,28 +17,28 @@ namespace {
 
 using kestro::programs::DesktopProgram;
 
-enum ExitStatus : int { kEnded = 0, kFailed = 1, kUsage = 2, kRunningAlready = 3 };
+enum ExitStatus : int { kEnded = 0, kFailed = 1, kUsage = 2 };
 
 constexpr std::string_view kUsageText =
-    "Usage: kestro-cti --demo | --help | --version\n"
-    "  --demo      runs on the built-in software exchange with a sample address book;\n"
-    "              cti-exchange, in another terminal, makes it ring\n"
+    "Usage: kestro-cti [--demo | --help | --version]\n"
+    "Watches the line of the built-in software exchange; cti-exchange, in another\n"
+    "terminal, makes it ring.\n"
+    "  --demo      with a sample address book and settings that are forgotten\n"
     "  --help      shows this text\n"
     "  --version   shows the version\n";
 
-int RunProgram(int argument_count, char* arguments[]) {
+int RunProgram(DesktopProgram::World world, int argument_count, char* arguments[]) {
   QApplication application(argument_count, arguments);
   QApplication::setApplicationName(QStringLiteral("kestro-cti"));
   QApplication::setApplicationDisplayName(QString());  // captions stand alone
   const std::string icon = kestro::adapters::ExecutableFolder() + "/Icons/app.ico";
   QApplication::setWindowIcon(QIcon(QString::fromStdString(icon)));
   try {
-    DesktopProgram program;
+    DesktopProgram program(world);
     return program.Run();
   } catch (const kestro::base::RuntimeError& error) {
-    const bool running = error.number() == kestro::base::kFileAlreadyExists;
-    std::cerr << "kestro-cti: " << (running ? "the program is running already" : error.description()) << "\n";
-    return running ? kRunningAlready : kFailed;
+    std::cerr << "kestro-cti: " << error.description() << "\n";
+    return kFailed;
   } catch (const std::exception& error) {
     std::cerr << "kestro-cti: " << error.what() << "\n";
     return kFailed;
@@ -57,8 +57,11 @@ int main(int argument_count, char* arguments[]) {
     std::cout << kestro::kProductName << " " << kestro::kVersion << "\n";
     return kEnded;
   }
-  if (option == "--demo") return RunProgram(argument_count, arguments);
-  if (!option.empty()) std::cerr << "kestro-cti: unknown option " << option << "\n";
-  std::cerr << kUsageText;
+  if (option == "--demo") return RunProgram(DesktopProgram::World::kDemo, argument_count, arguments);
+  // Other options than the toolkit's own have no meaning; the session manager passes some.
+  if (option.empty() || option == "-session") {
+    return RunProgram(DesktopProgram::World::kOwn, argument_count, arguments);
+  }
+  std::cerr << "kestro-cti: unknown option " << option << "\n" << kUsageText;
   return kUsage;
 }

@@ -1,4 +1,4 @@
-#include "programs/kestro-cti/demo_world.h"
+#include "programs/kestro-cti/demo_address_book.h"
 
 #include <filesystem>
 
@@ -69,18 +69,11 @@ void MakeDatabase(const std::string& from, const std::string& to) {
 
 }  // namespace
 
-DemoWorld PrepareDemoWorld(const std::string& program_folder) {
-  const std::string data_home = adapters::UserDataHome();
-  if (data_home.empty()) throw base::RuntimeError(base::kPathNotFound, "There is no home folder");
-  DemoWorld world;
-  world.user_data_folder = data_home + "/kestro-cti/demo";
-  const std::string folder = world.user_data_folder + kDatabaseFolder;
+void PrepareDemoAddressBook(const std::string& program_folder, const std::string& user_data_folder) {
+  const std::string folder = user_data_folder + kDatabaseFolder;
   adapters::MakeFolders(folder);
-  world.database_file = folder + kDatabaseName;
-  if (!fs::exists(world.database_file)) {
-    MakeDatabase(program_folder + kTemplateName, world.database_file);
-  }
-  return world;
+  const std::string database_file = folder + kDatabaseName;
+  if (!fs::exists(database_file)) MakeDatabase(program_folder + kTemplateName, database_file);
 }
 
 }  // namespace kestro::programs
