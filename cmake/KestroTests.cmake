@@ -34,6 +34,9 @@ if(KESTRO_TESTS)
     add_executable(kestro-unit-tests ${unit_sources} ${support_sources})
     target_link_libraries(kestro-unit-tests PRIVATE ${test_libraries} GTest::gmock GTest::gtest_main)
     kestro_test_program(kestro-unit-tests)
+    if(TARGET cti-scenario)
+      add_dependencies(kestro-unit-tests cti-scenario) # the player's tests run it
+    endif()
     gtest_discover_tests(kestro-unit-tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS unit)
   endif()
 
@@ -45,6 +48,15 @@ if(KESTRO_TESTS)
     set_target_properties(kestro-qt-tests PROPERTIES AUTOMOC ON CROSSCOMPILING_EMULATOR
                                                                 "${CMAKE_SOURCE_DIR}/tests/isolated.sh")
     gtest_discover_tests(kestro-qt-tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS qt)
+  endif()
+
+  # The program is no unit test: the script starts it and kills it.
+  if(TARGET kestro_posix)
+    add_executable(save-settings-forever "${CMAKE_SOURCE_DIR}/tests/programs/save_settings_forever.cpp")
+    target_link_libraries(save-settings-forever PRIVATE kestro_posix kestro kestro_warnings)
+    add_test(NAME kill-while-saving COMMAND "${CMAKE_SOURCE_DIR}/tests/kill_while_saving.sh"
+                                            "$<TARGET_FILE:save-settings-forever>")
+    set_tests_properties(kill-while-saving PROPERTIES LABELS slow TIMEOUT 300)
   endif()
 
   # One test a folder: tests/scenarios/reception becomes scenario.reception.

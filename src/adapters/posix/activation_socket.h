@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <sys/types.h>
+
+#include "adapters/posix/descriptor_watcher.h"
+#include "adapters/posix/file_descriptor.h"
+#include "adapters/posix/runtime_folder.h"
+
+namespace kestro::adapters {
+
+/// Where a program started a second time asks the running one to come to the
+/// front: a datagram socket that understands one message, "activate". Anything
+/// else, and whatever other users send, is dropped without an effect.
+///
+/// The socket file has mode 0600 and goes with the object. User-interface thread
+/// only; nothing here waits.
+class ActivationSocket {
+ public:
+  /// May do anything, destroy the object included. Requests that arrived together
+  /// are one call. What it throws goes on to the event loop.
+  using Handler = std::function<void()>;
+
+  /// The socket file of a program that is gone is replaced. Raises 58 when another
+  /// program listens there or something else has the name, 75 or 76 for other
+  /// failures. The watcher must outlive the object.
+  ActivationSocket(DescriptorWatcher& watcher, std::string socket_path, Handler handler);
+  ~ActivationSocket();
+  ActivationSocket(const ActivationSocket&) = delete;
+  ActivationSocket& operator=(const ActivationSocket&) = delete;
+
+ private:
+  void BindReplacingStaleSocket();
+  void OnReadable();
+
+  DescriptorWatcher& watcher_;
+  std::string path_;
+  Handler handler_;
+  FileDescriptor socket_;
+  dev_t device_ = 0;  // of the socket file, to know it again
+  ino_t inode_ = 0;
+};
+
+[[nodiscard]] std::string ActivationSocketPath(const RuntimeFolder& folder);
+
+/// Sends the message. False when nobody took it; never waits, raises nothing.
+bool RequestActivation(const std::string& socket_path);
+
+}  // namespace kestro::adapters

@@ -1,0 +1,267 @@
+#include "adapters/posix/settings_file.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "adapters/posix/file_descriptor.h"
+#include "unit/posix/posix_support.h"
+#include "unit/support/temporary_folder.h"
+
+namespace kestro {
+namespace {
+
+namespace fs = std::filesystem;
+using adapters::SettingsFile;
+using test::Permissions;
+using test_support::ReadFile;
+using test_support::WriteFile;
+
+constexpr const char* kKey = "Software\\Kestro\\CTI";
+
+class FixedClock final : public ports::Clock {
+ public:
+  /// 2026-11-21 17:03:05 local time.
+  std::chrono::system_clock::time_point Now() const override {
+    std::tm local{};
+    local.tm_year = 126;
+    local.tm_mon = 10;
+    local.tm_mday = 21;
+    local.tm_hour = 17;
+    local.tm_min = 3;
+    local.tm_sec = 5;
+    local.tm_isdst = -1;
+    return std::chrono::system_clock::from_time_t(std::mktime(&local));
+  }
+};
+
+class SettingsFileTest : public testing::Test {
+ protected:
+  SettingsFile Open() { return Open(path_); }
+  SettingsFile Open(const fs::path& path) {
+    return {path, clock_, [this](const std::string& text) { reports_.push_back(text); }};
+  }
+  void Write(std::string_view content) {
+    fs::create_directories(path_.parent_path());
+    WriteFile(path_, content);
+  }
+  std::optional<std::string> Stored(const char* name) { return Open().QueryValue(kKey, name); }
+  std::ptrdiff_t FileCount() const {
+    return std::distance(fs::directory_iterator(path_.parent_path()), fs::directory_iterator());
+  }
+
+  test_support::TemporaryFolder folder_;
+  fs::path path_ = folder_.File("config/kestro-cti/settings.conf");
+  FixedClock clock_;
+  std::vector<std::string> reports_;
+};
+
+TEST_F(SettingsFileTest, KeepsWhatIsSavedForTheUserAlone) {
+  const test::ScopedUmask open(0);
+  SettingsFile settings = Open();
+  EXPECT_FALSE(fs::exists(path_.parent_path())) << "reading makes nothing";
+  EXPECT_EQ(std::nullopt, settings.QueryValue(kKey, "PhoneLine"));
+  EXPECT_EQ(2, settings.SetValue(kKey, "PhoneLine", "x")) << "no key yet";
+  EXPECT_EQ(0, settings.CreateKey(kKey));
+  EXPECT_EQ(0, settings.SetValue(kKey, "PhoneLine", " EXT 101\n"));
+  EXPECT_EQ(0, settings.SetValue(kKey, "DatabasePath", "\\home\\žluťoučký\\CTIDB.mdb"));
+  EXPECT_EQ(0, settings.SetValue(kKey, "phoneline", ""));
+  EXPECT_EQ("", Stored("PhoneLine"));
+  EXPECT_EQ("\\home\\žluťoučký\\CTIDB.mdb", Stored("DATABASEPATH"));
+  EXPECT_EQ(std::nullopt, Stored("LogIntoFile"));
+  EXPECT_EQ(0600, Permissions(path_));
+  EXPECT_EQ(0700, Permissions(path_.parent_path()));
+  EXPECT_EQ(1, FileCount());
+  EXPECT_EQ(22, settings.CreateKey("Software\\\\CTI"));
+  EXPECT_EQ(22, settings.SetValue(kKey, "\xFF", "1"));
+  EXPECT_TRUE(reports_.empty());
+}
+
+TEST_F(SettingsFileTest, WhatAnotherProgramWroteStays) {
+  SettingsFile settings = Open();
+  settings.CreateKey(kKey);
+  settings.SetValue(kKey, "LogIntoFile", "0");
+  WriteFile(path_, "[Software\\Kestro\\CTI]\nLogIntoFile=1\nPhoneLine=edited\n");
+  EXPECT_EQ(0, settings.SetValue(kKey, "DatabasePath", "x"));
+  EXPECT_EQ("edited", settings.QueryValue(kKey, "PhoneLine"));
+  EXPECT_EQ("1", Stored("LogIntoFile"));
+  EXPECT_EQ("edited", Stored("PhoneLine"));
+  EXPECT_EQ("x", Stored("DatabasePath"));
+
+  SettingsFile second = Open();
+  EXPECT_EQ(0, second.SetValue(kKey, "PhoneLine", "second"));
+  EXPECT_EQ(0, settings.SetValue(kKey, "DatabasePath", "first"));
+  EXPECT_EQ("second", Stored("PhoneLine"));
+
+  fs::remove(path_);
+  EXPECT_EQ(2, settings.SetValue(kKey, "DatabasePath", "x")) << "the user has removed all settings";
+  EXPECT_EQ(std::nullopt, settings.QueryValue(kKey, "PhoneLine"));
+}
+
+TEST_F(SettingsFileTest, ADamagedFileIsKeptAsideAndReportedOnce) {
+  const std::string contents[] = {"neither this nor that", std::string(100, '\0'), "[Software\n",
+                                  "[K]\nName=\xFF\n", "# " + std::string(SettingsFile::kMostBytes, 'x')};
+  const std::string aside = path_.string() + ".damaged-20261121-170305";
+  int count = 0;
+  for (const std::string& content : contents) {
+    Write(content);
+    SettingsFile settings = Open();
+    const std::string kept = ++count == 1 ? aside : aside + "-" + std::to_string(count);
+    EXPECT_EQ(content, ReadFile(kept));
+    ASSERT_EQ(static_cast<std::size_t>(count), reports_.size());
+    EXPECT_NE(std::string::npos, reports_.back().find(kept)) << reports_.back();
+    EXPECT_FALSE(fs::exists(path_));
+    EXPECT_EQ(std::nullopt, settings.QueryValue(kKey, "PhoneLine"));
+    EXPECT_EQ(0, settings.CreateKey(kKey));
+    EXPECT_EQ(0, settings.SetValue(kKey, "PhoneLine", "new"));
+    EXPECT_EQ("new", Stored("PhoneLine"));
+  }
+  EXPECT_EQ(contents[0], ReadFile(aside)) << "never overwritten";
+}
+
+TEST_F(SettingsFileTest, AFileDamagedWhileTheProgramRunsCostsNoSetting) {
+  SettingsFile settings = Open();
+  settings.CreateKey(kKey);
+  settings.SetValue(kKey, "PhoneLine", "EXT 101");
+  WriteFile(path_, "half a li");
+  EXPECT_EQ(0, settings.SetValue(kKey, "PhoneLine", "EXT 101")) << "unchanged, and yet to be written";
+  EXPECT_EQ("EXT 101", Stored("PhoneLine"));
+  EXPECT_EQ(1U, reports_.size());
+  EXPECT_EQ(2, FileCount());
+}
+
+TEST_F(SettingsFileTest, WhatCannotBeReadIsNeverWritten) {
+  const std::function<void()> obstacles[] = {
+      [&] { fs::create_directories(path_); },
+      [&] {
+        fs::create_directories(path_.parent_path());
+        ::mkfifo(path_.c_str(), 0600);
+      },
+      [&] { WriteFile(folder_.File("config"), "a file where a folder is needed"); },
+      [&] {
+        fs::create_directories(path_.parent_path());
+        fs::create_symlink(path_, path_);
+      }};
+  for (const auto& obstruct : obstacles) {
+    reports_.clear();
+    obstruct();
+    const auto before = fs::symlink_status(path_).type();
+    SettingsFile settings = Open();
+    EXPECT_EQ(1U, reports_.size());
+    EXPECT_EQ(13, settings.CreateKey(kKey));
+    EXPECT_EQ(13, settings.SetValue(kKey, "PhoneLine", "x"));
+    EXPECT_EQ(1U, reports_.size()) << reports_.back();
+    EXPECT_EQ(before, fs::symlink_status(path_).type());
+    fs::remove_all(folder_.File("config"));
+    EXPECT_EQ(0, settings.CreateKey(kKey)) << "the obstacle is gone";
+    fs::remove_all(folder_.File("config"));
+  }
+  SettingsFile homeless = Open("");
+  EXPECT_EQ(13, homeless.CreateKey(kKey));
+}
+
+TEST_F(SettingsFileTest, AWriteProtectedFileIsNotReplaced) {
+  Write("[Software\\Kestro\\CTI]\nPhoneLine=old\n");
+  fs::permissions(path_, fs::perms(0400));
+  SettingsFile settings = Open();
+  EXPECT_EQ(13, settings.SetValue(kKey, "PhoneLine", "new"));
+  EXPECT_EQ("old", settings.QueryValue(kKey, "PhoneLine"));
+  EXPECT_EQ("old", Stored("PhoneLine"));
+  EXPECT_EQ(1, FileCount());
+}
+
+TEST_F(SettingsFileTest, AFailedWriteLeavesTheOldFile) {
+  SettingsFile settings = Open();
+  settings.CreateKey(kKey);
+  settings.SetValue(kKey, "PhoneLine", "old");
+  const std::string before = ReadFile(path_);
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit{};
+  ASSERT_EQ(0, ::getrlimit(RLIMIT_FSIZE, &limit));
+  const rlimit small{10'000, limit.rlim_max};
+  ASSERT_EQ(0, ::setrlimit(RLIMIT_FSIZE, &small));
+  const std::int32_t result = settings.SetValue(kKey, "PhoneLine", std::string(50'000, 'x'));
+  ::setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, SIG_DFL);
+  EXPECT_EQ(27, result);
+  EXPECT_EQ(27, settings.SetValue(kKey, "PhoneLine", std::string(SettingsFile::kMostBytes, 'x')));
+  EXPECT_EQ("old", settings.QueryValue(kKey, "PhoneLine"));
+  EXPECT_EQ(before, ReadFile(path_));
+  EXPECT_EQ(1, FileCount());
+  EXPECT_EQ(0, settings.SetValue(kKey, "PhoneLine", "new"));
+}
+
+TEST_F(SettingsFileTest, AFullDiskLeavesTheOldFile) {
+  const fs::path disk = folder_.File("disk");
+  fs::create_directory(disk);
+  if (::mount("none", disk.c_str(), "tmpfs", 0, "size=64k") != 0) {
+    GTEST_SKIP() << "only an administrator can make a small disk";
+  }
+  {
+    const fs::path path = disk / "settings.conf";
+    SettingsFile settings = Open(path);
+    settings.CreateKey(kKey);
+    settings.SetValue(kKey, "PhoneLine", "old");
+    EXPECT_EQ(28, settings.SetValue(kKey, "PhoneLine", std::string(200'000, 'x')));
+    EXPECT_EQ("old", settings.QueryValue(kKey, "PhoneLine"));
+    EXPECT_EQ("old", Open(path).QueryValue(kKey, "PhoneLine"));
+    EXPECT_EQ(1, std::distance(fs::directory_iterator(disk), fs::directory_iterator()));
+  }
+  EXPECT_EQ(0, ::umount2(disk.c_str(), MNT_DETACH));
+}
+
+TEST_F(SettingsFileTest, ALinkIsFollowedAndStays) {
+  const fs::path real = folder_.File("dotfiles/kestro.conf");
+  fs::create_directories(real.parent_path());
+  fs::create_directories(path_.parent_path());
+  fs::create_symlink("../../dotfiles/hop", path_);
+  fs::create_symlink("kestro.conf", real.parent_path() / "hop");
+  SettingsFile settings = Open();
+  EXPECT_EQ(0, settings.CreateKey(kKey)) << "where the link leads to there is no file yet";
+  EXPECT_EQ(0, settings.SetValue(kKey, "PhoneLine", "EXT 101"));
+  EXPECT_TRUE(fs::is_symlink(path_));
+  EXPECT_TRUE(fs::is_symlink(real.parent_path() / "hop"));
+  EXPECT_FALSE(fs::is_symlink(real));
+  EXPECT_NE(std::string::npos, ReadFile(real).find("PhoneLine=EXT 101"));
+  EXPECT_EQ("EXT 101", Stored("PhoneLine"));
+  WriteFile(real, "?");
+  Open();
+  EXPECT_TRUE(fs::exists(real.string() + ".damaged-20261121-170305"));
+  EXPECT_TRUE(fs::is_symlink(path_));
+}
+
+TEST_F(SettingsFileTest, TheNextStartRemovesWhatACrashLeft) {
+  Write("[Software\\Kestro\\CTI]\nPhoneLine=old\n");
+  const fs::path folder = path_.parent_path();
+  WriteFile(folder / ".settings.conf.new-a1B2c3", "half");
+  WriteFile(folder / ".settings.conf.new-notes", "the user's");
+  WriteFile(folder / "settings.conf.new-a1B2c3", "the user's");
+  fs::create_symlink(path_, folder / ".settings.conf.new-link00");
+  {
+    const adapters::FileDescriptor busy(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(0, ::flock(busy.get(), LOCK_EX));
+    SettingsFile settings = Open();
+    EXPECT_EQ(5, FileCount()) << "somebody else is writing";
+    EXPECT_EQ(11, settings.SetValue(kKey, "PhoneLine", "new"));
+  }
+  EXPECT_EQ("old", Stored("PhoneLine"));
+  EXPECT_EQ(4, FileCount());
+  EXPECT_FALSE(fs::exists(folder / ".settings.conf.new-a1B2c3"));
+}
+
+TEST(SettingsFilePath, FollowsTheEnvironment) {
+  const test::ScopedEnvironment home("HOME", "/home/u");
+  const test::ScopedEnvironment configuration("XDG_CONFIG_HOME", "/etc/u/");
+  EXPECT_EQ("/etc/u/kestro-cti/settings.conf", adapters::SettingsFilePath());
+  const test::ScopedEnvironment none("XDG_CONFIG_HOME", nullptr);
+  EXPECT_EQ("/home/u/.config/kestro-cti/settings.conf", adapters::SettingsFilePath());
+}
+
+}  // namespace
+}  // namespace kestro
