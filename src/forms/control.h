@@ -21,6 +21,8 @@ enum class ControlKind {
   kTabPages,
   kPicture,
   kMenuItem,
+  kGrid,
+  kToolBar,
 };
 
 using Handler = std::function<void()>;

@@ -31,11 +31,20 @@ void ComboBox::SetListIndex(int index) {
   }
   if (index == list_index_) return;
   list_index_ = index;
+  if (index >= 0) typed_ = items_[static_cast<std::size_t>(index)];
   Changed();
   Raise(on_click);
 }
 
+void ComboBox::SetText(std::string_view text) {
+  const auto found = std::find(items_.begin(), items_.end(), text);
+  typed_ = text;
+  list_index_ = found == items_.end() ? -1 : static_cast<int>(found - items_.begin());
+  Changed();
+}
+
 std::string ComboBox::text() const {
+  if (style_ == Style::kEditable) return typed_;
   return list_index_ < 0 ? std::string() : items_[static_cast<std::size_t>(list_index_)];
 }
 

@@ -82,7 +82,11 @@ class TextBox final : public Control {
 /// by the user or by the program alike.
 class ComboBox final : public Control {
  public:
-  ComboBox(Form& form, Container* parent, std::string_view name) : Control(form, parent, name) {}
+  enum class Style { kList, kEditable };  // only its items, or any text
+
+  ComboBox(Form& form, Container* parent, std::string_view name, Style style = Style::kList)
+      : Control(form, parent, name), style_(style) {}
+  [[nodiscard]] Style style() const { return style_; }
   [[nodiscard]] ControlKind kind() const override { return ControlKind::kComboBox; }
   [[nodiscard]] const std::vector<std::string>& items() const { return items_; }
   void AddItem(std::string_view item);
@@ -92,14 +96,24 @@ class ComboBox final : public Control {
   [[nodiscard]] int list_index() const { return list_index_; }
   /// Raises 5 for an index that the list does not have.
   void SetListIndex(int index);
-  /// Text of the selected item, empty when there is none.
+  /// Text of the selected item, empty when there is none; of an editable one
+  /// what stands in its field.
   [[nodiscard]] std::string text() const;
+  /// Text of an editable one; the list index becomes that of the item with just
+  /// this text, or -1, without an event.
+  void SetText(std::string_view text);
+  /// Most characters that can be typed; 0 = no limit.
+  [[nodiscard]] int max_length() const { return max_length_; }
+  void SetMaxLength(int characters) { Assign(max_length_, characters); }
 
   Handler on_click;
 
  private:
+  Style style_;
   std::vector<std::string> items_;
   int list_index_ = -1;
+  std::string typed_;  // of an editable one
+  int max_length_ = 0;
 };
 
 class CheckBox final : public CaptionedControl {
@@ -179,6 +193,9 @@ class MenuItem final : public CaptionedControl {
   [[nodiscard]] bool checked() const { return checked_; }
   void SetChecked(bool checked) { Assign(checked_, checked); }
   void Click() { Raise(on_click); }
+  /// Key that chooses the entry without opening the menu: "Ctrl+N", "F5", "Del"; empty = none.
+  [[nodiscard]] const std::string& shortcut() const { return shortcut_; }
+  void SetShortcut(std::string_view key) { Assign(shortcut_, std::string(key)); }
 
   Handler on_click;
 
@@ -191,6 +208,7 @@ class MenuItem final : public CaptionedControl {
   Role role_;
   std::vector<MenuItem*> children_;
   bool checked_ = false;
+  std::string shortcut_;
 };
 
 /// A control array of menu entries below one parent, numbered from 0. Element 0

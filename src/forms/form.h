@@ -65,6 +65,16 @@ class Form {
   /// when it is unloaded afterwards.
   bool RequestUnload(int mode);
 
+  /// Keys of the window that no menu entry carries ("Ctrl+F").
+  struct Shortcut {
+    std::string key;
+    Handler handler;
+  };
+  void AddShortcut(std::string_view key, Handler handler) {
+    shortcuts_.push_back({std::string(key), std::move(handler)});
+  }
+  [[nodiscard]] const std::vector<Shortcut>& shortcuts() const { return shortcuts_; }
+
   // --- from the front end ---
   void ControlChanged(Control& control);
   void FocusControl(Control& control);
@@ -104,6 +114,7 @@ class Form {
   bool modal_ = false;
   Body body_;
   std::vector<Control*> controls_;
+  std::vector<Shortcut> shortcuts_;
 };
 
 }  // namespace kestro::forms
