@@ -48,8 +48,8 @@ class ByteLineFunctions final : public ports::LineFunctions {
     device_count = 1;
     return 0;
   }
-  ports::LineResult NegotiateApiVersion(ports::LineHandle, std::uint32_t, std::uint32_t, std::uint32_t highest,
-                                        std::uint32_t& version) override {
+  ports::LineResult NegotiateApiVersion(ports::LineHandle, std::uint32_t, std::uint32_t,
+                                        std::uint32_t highest, std::uint32_t& version) override {
     version = highest;
     return 0;
   }
@@ -57,8 +57,8 @@ class ByteLineFunctions final : public ports::LineFunctions {
                                std::span<std::uint8_t> buffer) override {
     return Copy(dev_caps, buffer);
   }
-  ports::LineResult Open(ports::LineHandle, std::uint32_t, ports::LineHandle& line, std::uint32_t, std::uint32_t,
-                         std::uint32_t, std::uint32_t, std::uint32_t) override {
+  ports::LineResult Open(ports::LineHandle, std::uint32_t, ports::LineHandle& line, std::uint32_t,
+                         std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t) override {
     line = 2;
     return 0;
   }
@@ -112,8 +112,8 @@ class TelephonyBench final : public telephony::LineEventReceiver,
 
  public:
   core::ApplicationFlags flags;
-  telephony::TAPIFunctionsModule line{{log_, messages_, texts_, registry_, flags, functions, code_page_, contacts_,
-                                       *this, *this}};
+  telephony::TAPIFunctionsModule line{
+      {log_, messages_, texts_, registry_, flags, functions, code_page_, contacts_, *this, *this}};
 
   void OnIncommingCall() override { events.emplace_back("incoming"); }
   void OnCallAccept() override { events.emplace_back("accept"); }

@@ -16,7 +16,8 @@ TEST(TextTest, CutsByCharactersAndNeverSplitsOne) {
 }
 
 TEST(TextTest, AMalformedByteIsOneCharacter) {
-  for (const std::string_view text : {"\x80", "\xC3", "\xC0\x80", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF"}) {
+  for (const std::string_view text :
+       {"\x80", "\xC3", "\xC0\x80", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF"}) {
     EXPECT_EQ(CharacterCount(text), text.size()) << Hex(static_cast<unsigned char>(text[0]));
     EXPECT_EQ(FoldCase(text), text);
   }
@@ -42,9 +43,19 @@ TEST(TextTest, WholeNumbers) {
     int number;  // of the error, 0 = none
     std::int32_t value;
   };
-  for (const Row& row : {Row{" 021 ", 0, 21}, {"-5", 0, -5}, {"+5", 0, 5}, {"2147483647", 0, 2147483647},
-                         {"2147483648", 6, 0}, {"-2147483649", 6, 0}, {"", 13, 0}, {"  ", 13, 0}, {"1 2", 13, 0},
-                         {"12a", 13, 0}, {"+-5", 13, 0}, {"0x10", 13, 0}, {"1.5", 13, 0}}) {
+  for (const Row& row : {Row{" 021 ", 0, 21},
+                         {"-5", 0, -5},
+                         {"+5", 0, 5},
+                         {"2147483647", 0, 2147483647},
+                         {"2147483648", 6, 0},
+                         {"-2147483649", 6, 0},
+                         {"", 13, 0},
+                         {"  ", 13, 0},
+                         {"1 2", 13, 0},
+                         {"12a", 13, 0},
+                         {"+-5", 13, 0},
+                         {"0x10", 13, 0},
+                         {"1.5", 13, 0}}) {
     try {
       EXPECT_EQ(ToInt32(row.text), row.value) << row.text;
       EXPECT_EQ(row.number, 0) << row.text;

@@ -23,7 +23,8 @@ TEST_F(LocalizationTest, FillsPlaceholdersFromLeftToRight) {
   EXPECT_EQ(texts.GetLocalizedString("113", {line_break}),
             "Database file \r\n is read only.%%pFile attributes must allow writing.");
   EXPECT_EQ(texts.GetLocalizedString("193", {"surplus"}), "OK");
-  EXPECT_EQ(texts.GetLocalizedString("113", {"%%p", "a", "b"}), "Database file a is read only.bFile attributes must allow writing.");
+  EXPECT_EQ(texts.GetLocalizedString("113", {"%%p", "a", "b"}),
+            "Database file a is read only.bFile attributes must allow writing.");
 }
 
 TEST_F(LocalizationTest, OddTextsAreKept) {
@@ -34,7 +35,8 @@ TEST_F(LocalizationTest, OddTextsAreKept) {
 }
 
 TEST_F(LocalizationTest, AnIdentifierWithoutTextIsAnError) {
-  for (const auto& [id, number] : {std::pair{"111", 326}, {"99", 326}, {"", 13}, {"1O3", 13}, {"99999999999", 6}}) {
+  for (const auto& [id, number] :
+       {std::pair{"111", 326}, {"99", 326}, {"", 13}, {"1O3", 13}, {"99999999999", 6}}) {
     try {
       (void)texts.GetLocalizedString(id);
       FAIL() << id;

@@ -1,6 +1,7 @@
 #include "core/procedure_frame.h"
 
 #include <gmock/gmock.h>
+
 #include <gtest/gtest.h>
 
 #include "support/log_capture.h"
@@ -30,18 +31,22 @@ TEST_F(ProcedureFrameTest, WritesEntryAndExitOnceOnEveryNormalWayOut) {
   EXPECT_EQ(early(false), 2);
   inner("Bare", [] {});
   outer.With(Spelling::kBare, "Mixed", [] {});
-  EXPECT_THAT(capture.lines,
-              ElementsAre("KESTROCTI.Functions.Early | Method started.", "KESTROCTI.Functions.Early | Method finished.",
-                          "KESTROCTI.Functions.Early | Method started.", "KESTROCTI.Functions.Early | Method finished.",
-                          "KESTROCTI.CVSParser.Bare | Method started", "KESTROCTI.CVSParser.Bare | Method finished",
-                          "KESTROCTI.Functions.Mixed | Method started", "KESTROCTI.Functions.Mixed | Method finished"));
+  EXPECT_THAT(
+      capture.lines,
+      ElementsAre(
+          "KESTROCTI.Functions.Early | Method started.", "KESTROCTI.Functions.Early | Method finished.",
+          "KESTROCTI.Functions.Early | Method started.", "KESTROCTI.Functions.Early | Method finished.",
+          "KESTROCTI.CVSParser.Bare | Method started", "KESTROCTI.CVSParser.Bare | Method finished",
+          "KESTROCTI.Functions.Mixed | Method started", "KESTROCTI.Functions.Mixed | Method finished"));
 }
 
 TEST_F(ProcedureFrameTest, AnErrorThreeProceduresDeepGrowsItsChainAndWritesNoExitLine) {
   const int answer = outer.Outermost(
       "Third",
       [&] {
-        return outer("Second", [&]() -> int { return inner("First", []() -> int { base::RaiseSubscriptOutOfRange(); }); });
+        return outer("Second", [&]() -> int {
+          return inner("First", []() -> int { base::RaiseSubscriptOutOfRange(); });
+        });
       },
       [](const RuntimeError& error) { return static_cast<int>(error.number()); });
   EXPECT_EQ(answer, 9);
@@ -50,7 +55,8 @@ TEST_F(ProcedureFrameTest, AnErrorThreeProceduresDeepGrowsItsChainAndWritesNoExi
   const std::string third = "KESTROCTI.Functions.Third::" + second;
   const std::string what = " | Subscript out of range";
   EXPECT_THAT(capture.lines,
-              ElementsAre("KESTROCTI.Functions.Third | Method started.", "KESTROCTI.Functions.Second | Method started.",
+              ElementsAre("KESTROCTI.Functions.Third | Method started.",
+                          "KESTROCTI.Functions.Second | Method started.",
                           "KESTROCTI.CVSParser.First | Method started", "ERROR 9 " + first + what,
                           "ERROR 9 " + second + what, "ERROR 9 " + third + what));
 }
@@ -58,7 +64,8 @@ TEST_F(ProcedureFrameTest, AnErrorThreeProceduresDeepGrowsItsChainAndWritesNoExi
 TEST_F(ProcedureFrameTest, AGivenSourceEndsTheChain) {
   EXPECT_THROW(inner("Raise", [] { throw RuntimeError(-2147483576, "Can not open the line!", "Line Open"); }),
                RuntimeError);
-  EXPECT_EQ(capture.lines.back(), "ERROR -2147483576 KESTROCTI.CVSParser.Raise::Line Open | Can not open the line!");
+  EXPECT_EQ(capture.lines.back(),
+            "ERROR -2147483576 KESTROCTI.CVSParser.Raise::Line Open | Can not open the line!");
 }
 
 TEST_F(ProcedureFrameTest, ForeignExceptionsBecomeRuntimeErrorsAtTheInnermostFrame) {

@@ -36,12 +36,12 @@ struct NumberCase {
 TEST(HostileStructuresTest, CallerIdIsBoundedByTheVariableArea) {
   const std::string full(info::kVariableAreaSize, '7');
   for (const NumberCase& row : {NumberCase{324, 3, "101", "101"},
-                                {324, 9, "101", "101"},                // stops at the zero
-                                {324, 2, "1234", "123"},               // one byte more than the size
+                                {324, 9, "101", "101"},   // stops at the zero
+                                {324, 2, "1234", "123"},  // one byte more than the size
                                 {324, 0, "1", "1"},
                                 {326, 2, "001021", "102"},
-                                {324, 2000, full, full},               // index 2000 is the last
-                                {324, 2001, full, std::nullopt},       // index 2001 is not there
+                                {324, 2000, full, full},          // index 2000 is the last
+                                {324, 2001, full, std::nullopt},  // index 2001 is not there
                                 {324, 0xFFFFFFFFU, full, std::nullopt},
                                 {324, 0xFFFFFFFFU, "42", "42"},
                                 {2324, 1, "", ""},
@@ -58,7 +58,8 @@ TEST(HostileStructuresTest, CallerIdIsBoundedByTheVariableArea) {
       bench.capture.lines.clear();
       bench.line.LineCallBack(message);
       EXPECT_EQ(bench.line.call().CurrentCallerId, row.id.value_or("555")) << row.offset << " " << row.size;
-      const std::string error = "ERROR 9 KESTROCTI.TAPIFunctionsModule.GetCallerInfo:: | Subscript out of range";
+      const std::string error =
+          "ERROR 9 KESTROCTI.TAPIFunctionsModule.GetCallerInfo:: | Subscript out of range";
       EXPECT_EQ(std::count(bench.capture.lines.begin(), bench.capture.lines.end(), error), row.id ? 0 : 1);
       EXPECT_EQ(bench.events.back(), message == kOffering ? "incoming" : "accept");
     }
@@ -88,10 +89,15 @@ TEST(HostileStructuresTest, LineNamesAreReadUpToTheirZeroInsideTheBuffer) {
     std::uint32_t offset;
     std::optional<std::string> name;
   };
-  for (const Row& row : {Row{4, 252, "EXT"}, {0xFFFFFFFFU, 252, "EXT"}, {0, 252, "Unknown"}, {4, 0, "Unknown"},
-                         {4, 2253, std::nullopt}, {4, 0xFFFFFFFFU, std::nullopt}}) {
+  for (const Row& row : {Row{4, 252, "EXT"},
+                         {0xFFFFFFFFU, 252, "EXT"},
+                         {0, 252, "Unknown"},
+                         {4, 0, "Unknown"},
+                         {4, 2253, std::nullopt},
+                         {4, 0xFFFFFFFFU, std::nullopt}}) {
     test::TelephonyBench bench;
-    bench.functions.dev_caps = DevCaps(caps::kLineNameSize, row.size, caps::kLineNameOffset, row.offset, "EXT");
+    bench.functions.dev_caps =
+        DevCaps(caps::kLineNameSize, row.size, caps::kLineNameOffset, row.offset, "EXT");
     try {
       bench.line.InitializeLine();
       EXPECT_EQ(bench.line_names, std::vector<std::string>{row.name.value_or("an error")}) << row.offset;
@@ -126,7 +132,8 @@ TEST(HostileStructuresTest, ATranslatedAddressOutsideTheBufferIsNotDialled) {
   test::TelephonyBench bench;
   bench.functions.translate_output.resize(translate::kBufferSize);
   ports::WriteDword(bench.functions.translate_output, translate::kDialableStringSize, 10);
-  ports::WriteDword(bench.functions.translate_output, translate::kDialableStringOffset, translate::kBufferSize - 9);
+  ports::WriteDword(bench.functions.translate_output, translate::kDialableStringOffset,
+                    translate::kBufferSize - 9);
   EXPECT_THROW(bench.line.TransferCall("21"), base::RuntimeError);
   EXPECT_FALSE(bench.line.call().SwitchPending);
   ports::WriteDword(bench.functions.translate_output, translate::kDialableStringSize, 9);
@@ -140,11 +147,14 @@ TEST(HostileStructuresTest, LowWordsWithoutAMask) {
     std::uint32_t value;
     std::string logged;
   };
-  for (const Row& row : {Row{0x33, "LINE_MONITORDIGITS -> 51"}, {0x7FFF, "LINE_MONITORDIGITS -> 32767"},
-                         {0x8000, "LINE_MONITORDIGITS -> -32768"}, {0x1234FFFF, "LINE_MONITORDIGITS -> -1"}}) {
+  for (const Row& row : {Row{0x33, "LINE_MONITORDIGITS -> 51"},
+                         {0x7FFF, "LINE_MONITORDIGITS -> 32767"},
+                         {0x8000, "LINE_MONITORDIGITS -> -32768"},
+                         {0x1234FFFF, "LINE_MONITORDIGITS -> -1"}}) {
     test::TelephonyBench bench;
     bench.line.LineCallBack({0, 9, 0, static_cast<std::int32_t>(row.value), 0, 0});
-    const std::string line = "KESTROCTI.TAPIFunctionsModule.LineCallBack | LineCallBack MESSAGE = " + row.logged;
+    const std::string line =
+        "KESTROCTI.TAPIFunctionsModule.LineCallBack | LineCallBack MESSAGE = " + row.logged;
     EXPECT_EQ(std::count(bench.capture.lines.begin(), bench.capture.lines.end(), line), 1) << row.value;
   }
   for (const std::uint32_t value : {0x10000U, 0x00010033U, 0xFFFF0001U}) {
