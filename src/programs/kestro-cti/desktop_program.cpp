@@ -93,13 +93,15 @@ void DesktopProgram::OpenSockets() {
       socket_events_, adapters::ActivationSocketPath(runtime_folder_), [this] { application_->Activate(); });
 }
 
-int DesktopProgram::Run() {
+int DesktopProgram::Run(bool end_after_start) {
   QObject session;
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, &session, [this](QSessionManager& /*manager*/) {
     boundary_.Run(EventBoundary::Cause::kSystem, [this] { application_->End(); });
   });
+  // Queued before the start: it also ends a start that waits for an answer.
+  if (end_after_start) poster_([this] { application_->End(); });
   boundary_.Run(EventBoundary::Cause::kUser, [this] { application_->Start(); });
-  if (!boundary_.ended()) {
+  if (!boundary_.ended() && !end_after_start) {
     std::cout << kProductName << " runs on its software exchange. From another terminal:\n"
               << "  cti-exchange ring 602111222               a known caller\n"
               << "  cti-exchange ring 777888999               an unknown one\n"

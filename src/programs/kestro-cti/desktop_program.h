@@ -45,8 +45,9 @@ class DesktopProgram {
   DesktopProgram(const DesktopProgram&) = delete;
   DesktopProgram& operator=(const DesktopProgram&) = delete;
 
-  /// Starts the application and runs until it ends; the exit status.
-  int Run();
+  /// Starts the application and runs until it ends; the exit status. With
+  /// `end_after_start` it ends as soon as it waits for events.
+  int Run(bool end_after_start);
 
  private:
   /// The event loop as the control socket knows it.
