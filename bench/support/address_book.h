@@ -2,12 +2,14 @@
 
 // The address book that the benchmarks run on, and the bare engine they are compared with.
 
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include "contacts/contact_statements.h"
@@ -53,6 +55,23 @@ inline void Fill(test_support::ContactsDatabase& book, int count) {
       session.Run(contacts::GetContactStatements().insert, contacts::ContactValues(contact));
     }
   });
+}
+
+inline std::unique_ptr<ports::Recordset> DisplayAll(test_support::ContactsDatabase& book) {
+  contacts::CTIContacts component(book.database());
+  component.SetConnectionString(book.connection_string());
+  return component.SearchContacts({}, {}, {}, {});
+}
+
+/// Reads what a contact list shows of its current row.
+inline void ReadRow(const ports::Recordset& rows) {
+  for (int i = 0; i < rows.FieldCount(); ++i) benchmark::DoNotOptimize(rows.Text(i));
+}
+
+/// Reads what a contact list shows before anybody scrolls.
+inline void ReadScreen(ports::Recordset& rows) {
+  constexpr std::int64_t kScreenRows = 40;
+  for (; !rows.AtEnd() && rows.Position() < kScreenRows; rows.MoveNext()) ReadRow(rows);
 }
 
 /// A connection and statements of the engine itself, as an application without any layers would use them.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -19,6 +20,9 @@ class ConnectedRecordset final : public ports::Recordset {
 
   [[nodiscard]] bool AtEnd() const override { return rows_->AtEnd(); }
   void MoveNext() override { rows_->MoveNext(); }
+  [[nodiscard]] std::int64_t RecordCount() const override { return rows_->RecordCount(); }
+  [[nodiscard]] std::int64_t Position() const override { return rows_->Position(); }
+  void MoveTo(std::int64_t row) override { rows_->MoveTo(row); }
   [[nodiscard]] int FieldCount() const override { return rows_->FieldCount(); }
   [[nodiscard]] std::string_view FieldName(int index) const override { return rows_->FieldName(index); }
   [[nodiscard]] ports::DatabaseValue Field(int index) const override { return rows_->Field(index); }

@@ -49,8 +49,8 @@ const ContactStatements& GetContactStatements() {
   return kStatements;
 }
 
-ContactSearch MakeContactSearch(std::string_view name, std::string_view company, std::string_view city,
-                                std::string_view note) {
+KeysetQuery MakeContactSearch(std::string_view name, std::string_view company, std::string_view city,
+                              std::string_view note) {
   struct Condition {
     std::string_view text;
     std::string_view part;
@@ -59,13 +59,17 @@ ContactSearch MakeContactSearch(std::string_view name, std::string_view company,
                                   {"ContainsText(Company, ?)", company},
                                   {"ContainsText(City, ?)", city},
                                   {"ContainsText(Note, ?)", note}};
-  ContactSearch search{"SELECT id_Contact, Name, Company, City, Phone1 FROM Contact", {}};
+  KeysetQuery search{.table = "Contact",
+                     .fields = {"id_Contact", "Name", "Company", "City", "Phone1"},
+                     .first_order = "Name",
+                     .condition = {},
+                     .values = {}};
   for (const auto& [text, part] : conditions) {
     if (part.empty()) continue;
-    search.text.append(search.values.empty() ? " WHERE " : " AND ").append(text);
+    if (!search.values.empty()) search.condition += " AND ";
+    search.condition += text;
     search.values.emplace_back(part);
   }
-  search.text += " ORDER BY Name COLLATE TextOrder, id_Contact";
   return search;
 }
 

@@ -6,6 +6,7 @@
 
 #include "contacts/contact.h"
 #include "contacts/database_session.h"
+#include "contacts/keyset_query.h"
 #include "ports/database.h"
 
 namespace kestro::contacts {
@@ -21,16 +22,10 @@ struct ContactStatements {
 
 [[nodiscard]] const ContactStatements& GetContactStatements();
 
-/// A search: its text and the parts to look for, in the order of the "?" marks. The values view the
-/// arguments.
-struct ContactSearch {
-  std::string text;
-  std::vector<DatabaseSession::Value> values;
-};
-
-/// Leaves out the conditions of the empty parts.
-[[nodiscard]] ContactSearch MakeContactSearch(std::string_view name, std::string_view company,
-                                              std::string_view city, std::string_view note);
+/// The contacts whose fields contain the parts, with the columns of the contact list, by name. An empty part
+/// sets no condition.
+[[nodiscard]] KeysetQuery MakeContactSearch(std::string_view name, std::string_view company,
+                                            std::string_view city, std::string_view note);
 
 /// Every stored property but the key, in the order of the insertion's columns; views the contact.
 [[nodiscard]] std::vector<DatabaseSession::Value> ContactValues(Contact& contact);

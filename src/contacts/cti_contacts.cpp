@@ -1,9 +1,9 @@
 #include "contacts/cti_contacts.h"
 
 #include "base/runtime_error.h"
-#include "contacts/connected_recordset.h"
 #include "contacts/contact_statements.h"
 #include "contacts/database_session.h"
+#include "contacts/keyset_recordset.h"
 
 namespace kestro::contacts {
 
@@ -36,8 +36,8 @@ std::int64_t CTIContacts::CreateContact(const Contact& contact) {
 
 std::unique_ptr<ports::Recordset> CTIContacts::SearchContacts(std::string_view name, std::string_view company,
                                                               std::string_view city, std::string_view note) {
-  const auto search = MakeContactSearch(name, company, city, note);
-  return std::make_unique<ConnectedRecordset>(database_, connection_string_, search.text, search.values);
+  return std::make_unique<KeysetRecordset>(database_, connection_string_,
+                                           MakeContactSearch(name, company, city, note));
 }
 
 std::vector<Contact> CTIContacts::FindContactsByPhone(std::string_view search_phone) {

@@ -34,8 +34,9 @@ class CTIContacts {
   std::int64_t CreateContact(const Contact& contact);
   /// Contacts whose fields contain the given texts (letter case ignored, no
   /// wildcards), ordered by name. An empty text sets no condition. Columns:
-  /// id_Contact, Name, Company, City, Phone1. The recordset owns its connection
-  /// and may outlive this object, not the database.
+  /// id_Contact, Name, Company, City, Phone1. A result of any length can be
+  /// scrolled at once and holds no connection (KeysetRecordset); it may outlive
+  /// this object, not the database.
   [[nodiscard]] std::unique_ptr<ports::Recordset> SearchContacts(std::string_view name,
                                                                  std::string_view company,
                                                                  std::string_view city,

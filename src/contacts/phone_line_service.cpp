@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "base/text.h"
+#include "contacts/connected_recordset.h"
 #include "contacts/database_session.h"
 
 namespace kestro::contacts {
@@ -30,6 +31,11 @@ std::vector<PhoneLine> PhoneLineService::GetPhoneLines() {
   }
   std::ranges::stable_sort(lines, {}, Number);
   return lines;
+}
+
+std::unique_ptr<ports::Recordset> PhoneLineService::ListPhoneLines() {
+  return std::make_unique<ConnectedRecordset>(
+      database_, connection_string_, "SELECT id, Line, Name FROM PhoneLine ORDER BY CAST(Line AS INTEGER), id");
 }
 
 std::int64_t PhoneLineService::AddPhoneLine(const PhoneLine& line) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,8 @@ class PhoneLineService {
 
   /// By number, then by key.
   [[nodiscard]] std::vector<PhoneLine> GetPhoneLines();
+  /// The same lines as a recordset with the fields id, Line and Name.
+  [[nodiscard]] std::unique_ptr<ports::Recordset> ListPhoneLines();
   std::int64_t AddPhoneLine(const PhoneLine& line);
   /// Raises when the line does not exist any more.
   void UpdatePhoneLine(const PhoneLine& line);

@@ -42,6 +42,8 @@ constexpr std::string_view kTables[] = {
     "CREATE INDEX ContactBySearchPhone2 ON Contact (SearchPhone2)",
     "CREATE INDEX ContactBySearchPhone3 ON Contact (SearchPhone3)",
     "CREATE INDEX ContactBySearchPhone4 ON Contact (SearchPhone4)",
+    // The whole list comes in this order, at once. Without it a million names are sorted each time.
+    "CREATE INDEX ContactByName ON Contact (Name COLLATE TextOrder)",
     R"(CREATE TABLE PhoneType (
   id INTEGER PRIMARY KEY AUTOINCREMENT,
   name TEXT NOT NULL,

@@ -24,14 +24,23 @@ inline constexpr std::string_view kConnectionStringEnd = ";Persist Security Info
 class Connection;
 
 /// The rows of a query, one current row at a time; the current row is the first
-/// one after Execute. Rows are read while one moves on: until the end is reached
-/// or the recordset is closed, other programs cannot write to the file. Every
-/// operation raises base::RuntimeError on failure.
+/// one after Execute. Rows that a command returns are read while one moves on:
+/// until the end is reached or the recordset is closed, other programs cannot
+/// write to the file. Every operation raises base::RuntimeError on failure.
 class Recordset {
  public:
   virtual ~Recordset() = default;
   [[nodiscard]] virtual bool AtEnd() const = 0;
   virtual void MoveNext() = 0;
+  /// How many rows there are. The rows of a command are counted when this is first
+  /// asked, which costs as much as reading them all; no row moves by it.
+  [[nodiscard]] virtual std::int64_t RecordCount() const = 0;
+  /// The current row, counted from 0 in the present order; the number of rows at
+  /// the end. A bookmark: MoveTo leads back to that row until SetSort is called.
+  [[nodiscard]] virtual std::int64_t Position() const = 0;
+  /// Makes that row the current one; raises 9 and stays where it is when there is
+  /// no such row. The rows of a command are read again for a way back.
+  virtual void MoveTo(std::int64_t row) = 0;
   [[nodiscard]] virtual int FieldCount() const = 0;
   [[nodiscard]] virtual std::string_view FieldName(int index) const = 0;
   /// Value of the current row. Raises 9 for a field that the query does not have.
@@ -48,6 +57,7 @@ class Recordset {
   virtual void SetSort(std::string_view sort) = 0;
   /// Closing twice raises.
   virtual void Close() = 0;
+  /// The connection that the rows come through; null when the recordset holds none.
   [[nodiscard]] virtual Connection* ActiveConnection() = 0;
   virtual void ClearActiveConnection() = 0;
 };

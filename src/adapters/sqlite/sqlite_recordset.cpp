@@ -44,6 +44,14 @@ SqliteRecordset::SqliteRecordset(std::shared_ptr<SqliteHandle> handle, ports::Co
 void SqliteRecordset::Start(StatementCache::Lease statement) {
   statement_ = std::move(statement);
   Bind(handle_->get(), statement_.get(), parameters_);
+  position_ = 0;
+  count_.reset();
+  Step();
+}
+
+void SqliteRecordset::Restart() {
+  sqlite3_reset(statement_.get());  // keeps the values; its result repeats an error that was raised before
+  position_ = 0;
   Step();
 }
 
@@ -77,6 +85,35 @@ void SqliteRecordset::MoveNext() {
   static_cast<void>(OpenStatement());
   if (at_end_) RaiseDatabaseError("The recordset is at its end already.");
   Step();
+  ++position_;
+}
+
+std::int64_t SqliteRecordset::RecordCount() const {
+  if (sqlite3_column_count(OpenStatement()) == 0) return 0;
+  if (!count_) count_ = CountRows();
+  return *count_;
+}
+
+std::int64_t SqliteRecordset::CountRows() const {
+  const auto counting = handle_->statements().Take("SELECT COUNT(*) FROM (" + statement_.text() + ")");
+  Bind(handle_->get(), counting.get(), parameters_);
+  if (sqlite3_step(counting.get()) != SQLITE_ROW) {
+    RaiseEngineError(handle_->get(), "The rows cannot be counted");
+  }
+  return sqlite3_column_int64(counting.get(), 0);
+}
+
+std::int64_t SqliteRecordset::Position() const {
+  static_cast<void>(OpenStatement());
+  return position_;
+}
+
+void SqliteRecordset::MoveTo(std::int64_t row) {
+  // Only a selection can be counted: a statement that changes something never runs a second time.
+  if (row < 0 || row >= RecordCount()) base::RaiseSubscriptOutOfRange();
+  if (at_end_ || row < position_) Restart();
+  while (!at_end_ && position_ < row) MoveNext();
+  if (at_end_) base::RaiseSubscriptOutOfRange();  // another program deleted rows since they were counted
 }
 
 int SqliteRecordset::FieldCount() const { return sqlite3_column_count(OpenStatement()); }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -24,6 +26,9 @@ class SqliteRecordset final : public ports::Recordset {
 
   [[nodiscard]] bool AtEnd() const override;
   void MoveNext() override;
+  [[nodiscard]] std::int64_t RecordCount() const override;
+  [[nodiscard]] std::int64_t Position() const override;
+  void MoveTo(std::int64_t row) override;
   [[nodiscard]] int FieldCount() const override;
   [[nodiscard]] std::string_view FieldName(int index) const override;
   [[nodiscard]] ports::DatabaseValue Field(int index) const override;
@@ -41,7 +46,9 @@ class SqliteRecordset final : public ports::Recordset {
   [[nodiscard]] sqlite3_stmt* CurrentRow(int index) const;
   [[nodiscard]] std::string SortedQuery(std::string_view sort) const;
   void Start(StatementCache::Lease statement);
+  void Restart();
   void Step();
+  [[nodiscard]] std::int64_t CountRows() const;
 
   std::shared_ptr<SqliteHandle> handle_;
   ports::Connection* connection_;
@@ -49,6 +56,8 @@ class SqliteRecordset final : public ports::Recordset {
   StatementCache::Lease statement_;
   std::string query_;  // the statement's own text, kept once a sort order has been set
   std::string sort_;
+  std::int64_t position_ = 0;
+  mutable std::optional<std::int64_t> count_;  // once asked for
   bool at_end_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "adapters/sqlite/sqlite_error.h"
+#include "adapters/sqlite/unused_memory.h"
 
 namespace kestro::adapters {
 
@@ -14,6 +15,7 @@ void StatementCache::Lease::GiveBack() {
     cache_->idle_.insert(std::move(node_));  // keeps the node when the text is there already
   }
   node_ = {};
+  ReturnUnusedMemory();
 }
 
 StatementCache::Lease StatementCache::Take(std::string_view text) {

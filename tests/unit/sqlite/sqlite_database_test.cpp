@@ -267,6 +267,39 @@ TEST_F(SqliteDatabaseTest, RecordsetRefusesWhatIsNotThere) {
   EXPECT_EQ(ErrorOf([&] { Lines(*connection); }), base::kDatabaseError);
 }
 
+TEST_F(SqliteDatabaseTest, RecordsetCountsItsRowsAndMovesToThem) {
+  const auto connection = Open(NewDatabase());
+  for (const auto line : {"a", "b", "no", "c"}) AddLine(*connection, line);
+  const auto rows = Execute(*connection, "SELECT Line FROM PhoneLine WHERE Line <> ? ORDER BY id", {"no"});
+  rows->MoveNext();
+  EXPECT_EQ(rows->RecordCount(), 3);
+  EXPECT_EQ(rows->Text(0), "b");  // counting moves nothing
+  for (const std::int64_t row : {2, 0, 0, 1, 2}) {
+    rows->MoveTo(row);
+    EXPECT_EQ(rows->Position(), row);
+    EXPECT_EQ(rows->Text(0), std::string(1, static_cast<char>('a' + row)));
+  }
+  for (const std::int64_t row : {std::int64_t{-1}, std::int64_t{3}, INT64_MAX}) {
+    EXPECT_EQ(ErrorOf([&] { rows->MoveTo(row); }), base::kSubscriptOutOfRange) << row;
+    EXPECT_EQ(rows->Text(0), "c");
+  }
+  rows->MoveNext();
+  EXPECT_TRUE(rows->AtEnd());
+  EXPECT_EQ(rows->Position(), 3);
+  rows->MoveTo(1);
+  EXPECT_EQ(rows->Text(0), "b");
+  rows->SetSort("Line DESC");
+  EXPECT_EQ(rows->Position(), 0);
+  rows->MoveTo(2);
+  EXPECT_EQ(rows->Text(0), "a");
+  EXPECT_EQ(Execute(*connection, "DELETE FROM PhoneLine WHERE Line = 'no'")->RecordCount(), 0);
+  // A statement that changes something and gives rows as well runs once.
+  const auto inserted = Execute(*connection, "INSERT INTO PhoneLine (Line) VALUES ('d') RETURNING Line");
+  EXPECT_EQ(ErrorOf([&] { inserted->MoveTo(0); }), base::kDatabaseError);
+  inserted->Close();
+  EXPECT_EQ(Lines(*connection).size(), 4U);
+}
+
 TEST_F(SqliteDatabaseTest, RefusesAnotherNumberOfParameters) {
   const auto connection = Open(NewDatabase());
   EXPECT_EQ(ErrorOf([&] { Execute(*connection, "SELECT ?, ?", {"a"}); }), base::kDatabaseError);

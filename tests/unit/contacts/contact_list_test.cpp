@@ -1,0 +1,364 @@
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "adapters/sqlite/sqlite_handle.h"
+#include "base/runtime_error.h"
+#include "contacts/close_recordset.h"
+#include "contacts/contact_statements.h"
+#include "contacts/cti_contacts.h"
+#include "contacts/database_session.h"
+#include "contacts/keyset_pages.h"
+#include "core/shared_functions.h"
+#include "ports/file_system.h"
+#include "support/log_capture.h"
+#include "unit/support/contacts_database.h"
+
+namespace kestro::contacts {
+namespace {
+
+using namespace std::string_view_literals;
+using Texts = std::vector<std::string>;
+
+std::int32_t ErrorOf(const std::function<void()>& action) {
+  try {
+    action();
+    return 0;
+  } catch (const base::RuntimeError& error) {
+    return error.number();
+  }
+}
+
+/// Passes a command on and counts its runs.
+class CountedCommand final : public ports::Command {
+ public:
+  CountedCommand(std::unique_ptr<ports::Command> command, int& runs)
+      : command_(std::move(command)), runs_(runs) {}
+  void SetCommandType(int type) override { command_->SetCommandType(type); }
+  void SetCommandText(std::string_view text) override { command_->SetCommandText(text); }
+  void SetActiveConnection(ports::Connection& connection) override {
+    command_->SetActiveConnection(connection);
+  }
+  void AppendParameter(std::int64_t value) override { command_->AppendParameter(value); }
+  void AppendParameter(std::string_view value) override { command_->AppendParameter(value); }
+  std::unique_ptr<ports::Recordset> Execute(int options) override {
+    ++runs_;
+    return command_->Execute(options);
+  }
+
+ private:
+  std::unique_ptr<ports::Command> command_;
+  int& runs_;
+};
+
+class CountingDatabase final : public ports::Database {
+ public:
+  explicit CountingDatabase(ports::Database& database) : database_(database) {}
+  std::unique_ptr<ports::Connection> CreateConnection() override { return database_.CreateConnection(); }
+  std::unique_ptr<ports::Command> CreateCommand() override {
+    return std::make_unique<CountedCommand>(database_.CreateCommand(), runs);
+  }
+
+  int runs = 0;
+
+ private:
+  ports::Database& database_;
+};
+
+/// Needed by SharedFunctions for other things than sorting.
+class NoFiles final : public ports::FileSystem {
+ public:
+  bool FileExists(std::string_view) const override { return false; }
+  bool FolderExists(std::string_view) const override { return false; }
+  void CreateFolder(std::string_view) override {}
+  void CopyFileTo(std::string_view, std::string_view, bool) override {}
+  int FileAttributes(std::string_view) const override { return 0; }
+  std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { return {}; }
+  std::string ProgramFolder() const override { return {}; }
+  std::string UserDataFolder() const override { return {}; }
+};
+
+class ContactListTest : public testing::Test {
+ protected:
+  CTIContacts Component(ports::Database& database) {
+    CTIContacts component(database);
+    component.SetConnectionString(store_.connection_string());
+    return component;
+  }
+  CTIContacts Component() { return Component(store_.database()); }
+  std::int64_t Create(std::string_view name, std::string_view company = {}, std::string_view city = {},
+                      std::string_view phone = {}) {
+    Contact contact;
+    contact.Name = name;
+    contact.Company = company;
+    contact.City = city;
+    contact.Phone[0] = phone;
+    return Component().CreateContact(contact);
+  }
+  /// "Name 0", "Name 1" and so on with as many digits as are needed to sort by them.
+  void CreateMany(int count) {
+    DatabaseSession session(store_.database(), store_.connection_string());
+    session.InTransaction([&] {
+      for (int i = 0; i < count; ++i) {
+        const auto number = std::to_string(1'000'000 + i).substr(1);
+        session.Run("INSERT INTO Contact (Name) VALUES (?)", {std::string_view(number)});
+      }
+    });
+  }
+  std::unique_ptr<ports::Recordset> All() { return Component().SearchContacts({}, {}, {}, {}); }
+  static Texts Column(ports::Recordset& rows, int index = 1) {
+    Texts texts;
+    for (std::int64_t row = 0; row < rows.RecordCount(); ++row) {
+      rows.MoveTo(row);
+      texts.emplace_back(rows.Text(index));
+    }
+    return texts;
+  }
+
+  test_support::ContactsDatabase store_;
+  test::LogCapture capture_;
+  core::LogModule log_{capture_};
+};
+
+TEST_F(ContactListTest, OrdersByNameAndThenByKey) {
+  for (const auto* const name :
+       {"Zeman", "Čech", "cihlář", "Adam", "Čech", "ádam", "Řehoř", "adam", "", "Rehor"}) {
+    Create(name);
+  }
+  const auto rows = All();
+  EXPECT_EQ(Column(*rows),
+            (Texts{"", "adam", "Adam", "ádam", "Čech", "Čech", "cihlář", "Rehor", "Řehoř", "Zeman"}));
+  EXPECT_EQ(Column(*rows, 0), (Texts{"9", "8", "4", "6", "2", "5", "3", "10", "7", "1"}));
+  rows->SetSort("Name DESC");
+  EXPECT_EQ(Column(*rows, 0), (Texts{"1", "7", "10", "3", "2", "5", "6", "4", "8", "9"}));
+}
+
+TEST_F(ContactListTest, AHeaderClickSortsAndASecondOneTurnsTheOrder) {
+  Create("b", "Beta", "Ústí", "2");
+  Create("a", "alfa", "Brno", "10");
+  Create("c", "Čáp", "Ústí", "");
+  Create("d", "Beta", "aš", "1");
+  NoFiles files;
+  const core::SharedFunctions shared(log_, files);
+  const auto rows = All();
+  const struct {
+    std::string_view column;
+    std::string_view sort;
+    Texts names;
+  } clicks[] = {
+      {"Name", "Name", {"a", "b", "c", "d"}},
+      {"Name", "Name DESC", {"d", "c", "b", "a"}},
+      {"Name", "Name", {"a", "b", "c", "d"}},
+      {"Company", "Company", {"a", "b", "d", "c"}},
+      {"Company", "Company DESC", {"c", "b", "d", "a"}},
+      {"City", "City", {"d", "a", "b", "c"}},
+      {"City", "City DESC", {"b", "c", "a", "d"}},
+      {"Phone1", "Phone1", {"c", "d", "a", "b"}},
+      {"Phone1", "Phone1 DESC", {"b", "a", "d", "c"}},
+      {"Name", "Name", {"a", "b", "c", "d"}},
+  };
+  EXPECT_EQ(rows->Sort(), "");
+  for (const auto& [column, sort, names] : clicks) {
+    rows->MoveTo(2);
+    shared.SetSortStringForDataSource(*rows, column);
+    EXPECT_EQ(rows->Sort(), sort);
+    EXPECT_EQ(rows->Position(), 0) << sort;
+    EXPECT_EQ(Column(*rows), names) << sort;
+  }
+}
+
+TEST_F(ContactListTest, AnUnknownSortLeavesTheRowsAsTheyAre) {
+  for (const auto* const name : {"a", "b", "c"}) Create(name);
+  const auto rows = All();
+  rows->SetSort("Name DESC");
+  rows->MoveTo(1);
+  for (const auto* const sort :
+       {"Note", "name", "Name DESC DESC", "DESC", " DESC", "Name, id_Contact", "1"}) {
+    EXPECT_EQ(ErrorOf([&] { rows->SetSort(sort); }), base::kDatabaseError) << sort;
+    EXPECT_EQ(rows->Sort(), "Name DESC");
+    EXPECT_EQ(rows->Text(1), "b");
+  }
+  rows->SetSort("");
+  EXPECT_EQ(Column(*rows), (Texts{"a", "b", "c"}));
+}
+
+TEST_F(ContactListTest, SortsWhatASearchFound) {
+  for (const auto* const name : {"xa", "b", "Xc", "xb"}) Create(name);
+  const auto rows = Component().SearchContacts("X", {}, {}, {});
+  EXPECT_EQ(Column(*rows), (Texts{"xa", "xb", "Xc"}));
+  rows->SetSort("Name DESC");
+  EXPECT_EQ(Column(*rows), (Texts{"Xc", "xb", "xa"}));
+}
+
+TEST_F(ContactListTest, MovesToAnyRowAndToNoOther) {
+  CreateMany(200);  // several pages, the last one not full
+  const auto rows = All();
+  ASSERT_EQ(rows->RecordCount(), 200);
+  for (const std::int64_t row : {199, 0, 63, 64, 128, 127, 5, 192, 191}) {
+    rows->MoveTo(row);
+    EXPECT_EQ(rows->Position(), row);
+    EXPECT_EQ(rows->Text(1), std::to_string(1'000'000 + row).substr(1));
+    EXPECT_EQ(rows->Integer(0), row + 1);
+    EXPECT_EQ(rows->Integer(1), row);
+  }
+  for (const std::int64_t row : {std::int64_t{-1}, std::int64_t{200}, INT64_MIN, INT64_MAX}) {
+    EXPECT_EQ(ErrorOf([&] { rows->MoveTo(row); }), base::kSubscriptOutOfRange) << row;
+    EXPECT_EQ(rows->Position(), 191);
+  }
+  rows->MoveTo(198);
+  rows->MoveNext();
+  EXPECT_FALSE(rows->AtEnd());
+  rows->MoveNext();
+  EXPECT_TRUE(rows->AtEnd());
+  EXPECT_EQ(rows->Position(), rows->RecordCount());
+  EXPECT_EQ(ErrorOf([&] { rows->MoveNext(); }), base::kDatabaseError);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->Text(1)); }), base::kDatabaseError);
+  rows->MoveTo(0);
+  EXPECT_EQ(rows->Text(1), "000000");
+}
+
+TEST_F(ContactListTest, AListWithoutRowsIsAtItsEnd) {
+  const auto rows = All();
+  EXPECT_EQ(rows->RecordCount(), 0);
+  EXPECT_TRUE(rows->AtEnd());
+  EXPECT_EQ(ErrorOf([&] { rows->MoveTo(0); }), base::kSubscriptOutOfRange);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->Field(0)); }), base::kDatabaseError);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->Field(5)); }), base::kSubscriptOutOfRange);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->FieldName(-1)); }), base::kSubscriptOutOfRange);
+  EXPECT_NO_THROW(rows->SetSort("City DESC"));
+  EXPECT_EQ(rows->RecordCount(), 0);
+}
+
+TEST_F(ContactListTest, FindsWhatWasTypedLiterally) {
+  for (const auto name :
+       {"Pat O'Hara"sv, "100 %_x"sv, "100 percent x"sv, "\"quoted\""sv, "a\0b"sv, "ab"sv, "?"sv}) {
+    Create(name, name, name);
+  }
+  const struct {
+    std::string_view part;
+    std::string_view found;
+  } cases[] = {{"O'HARA", "Pat O'Hara"}, {"100 %_x", "100 %_x"}, {"_", "100 %_x"},
+               {"\"Q", "\"quoted\""},    {"\0B"sv, "a\0b"sv},    {"?", "?"}};
+  for (const auto& [part, found] : cases) {
+    const auto rows = Component().SearchContacts(part, part, part, {});
+    EXPECT_EQ(Column(*rows), Texts{std::string(found)}) << part;
+  }
+  EXPECT_EQ(Component().SearchContacts("O''Hara", {}, {}, {})->RecordCount(), 0);
+}
+
+TEST_F(ContactListTest, ShowsWhatOthersDidSinceTheKeysWereCollected) {
+  for (const auto* const name : {"a", "b", "c"}) Create(name, "firm");
+  const auto rows = All();
+  Component().DeleteContact(2);
+  Contact renamed = *Component().GetContact(1);
+  renamed.Name = "z";
+  Component().UpdateContact(renamed);
+  Create("d");
+  EXPECT_EQ(Column(*rows), (Texts{"z", "", "c"}));  // in the old order
+  rows->MoveTo(1);
+  EXPECT_EQ(rows->Field(0), ports::DatabaseValue(std::int64_t{2}));
+  EXPECT_EQ(rows->Text(0), "2");
+  EXPECT_EQ(rows->Field(2), ports::DatabaseValue(ports::Null{}));
+  EXPECT_EQ(rows->Text(2), "");
+  rows->MoveNext();
+  EXPECT_EQ(rows->Field(2), ports::DatabaseValue("firm"));
+  rows->SetSort("Name");
+  EXPECT_EQ(Column(*rows), (Texts{"c", "d", "z"}));
+}
+
+TEST_F(ContactListTest, StandsInNobodysWay) {
+  CreateMany(300);
+  const auto rows = All();
+  const auto filtered = Component().SearchContacts("1", {}, {}, {});
+  static_cast<void>(rows->Text(1));
+  static_cast<void>(filtered->Text(1));
+  adapters::SqliteHandle other_program(store_.path());
+  EXPECT_NO_THROW(other_program.Run("BEGIN EXCLUSIVE; DELETE FROM Contact WHERE id_Contact = 300; COMMIT"));
+  EXPECT_NO_THROW(Component().DeleteContact(299));
+}
+
+TEST_F(ContactListTest, AReadingThatFailsCanBeRepeated) {
+  CreateMany(100);
+  const auto rows = All();
+  const auto elsewhere = store_.folder().File("elsewhere.mdb");
+  std::filesystem::rename(store_.path(), elsewhere);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows->Text(1)); }), base::kDatabaseError);
+  EXPECT_EQ(ErrorOf([&] { rows->SetSort("City"); }), base::kDatabaseError);
+  std::filesystem::rename(elsewhere, store_.path());
+  EXPECT_EQ(rows->Sort(), "");
+  EXPECT_EQ(rows->Text(1), "000000");
+  EXPECT_EQ(rows->RecordCount(), 100);
+}
+
+TEST_F(ContactListTest, ReadsPagesNotRowsAndKeepsAFewOfThem) {
+  constexpr auto kKept = static_cast<int>(KeysetPages::kPages);
+  constexpr auto kPageRows = static_cast<int>(KeysetPages::kPageRows);
+  CreateMany((kKept + 1) * kPageRows);
+  CountingDatabase database(store_.database());
+  const auto rows = Component(database).SearchContacts({}, {}, {}, {});
+  const auto runs_of = [&](const std::function<void()>& action) {
+    database.runs = 0;
+    action();
+    return database.runs;
+  };
+  const auto read_pages = [&](int first, int count) {
+    for (int row = first * kPageRows; row < (first + count) * kPageRows; ++row) {
+      rows->MoveTo(row);
+      EXPECT_EQ(rows->Integer(1), row);
+    }
+  };
+  EXPECT_EQ(database.runs, 1);
+  EXPECT_EQ(runs_of([&] { read_pages(0, kKept); }), kKept);
+  EXPECT_EQ(runs_of([&] { read_pages(0, kKept); }), 0);
+  // The page that was not looked at for the longest time goes.
+  EXPECT_EQ(runs_of([&] { read_pages(0, 1); }), 0);
+  EXPECT_EQ(runs_of([&] { read_pages(kKept, 1); }), 1);
+  EXPECT_EQ(runs_of([&] { read_pages(0, 1); }), 0);
+  EXPECT_EQ(runs_of([&] { read_pages(2, kKept - 1); }), 0);
+  EXPECT_EQ(runs_of([&] { read_pages(1, 1); }), 1);
+  EXPECT_EQ(runs_of([&] { rows->SetSort("Name"); }), 1);
+  EXPECT_EQ(runs_of([&] { read_pages(0, 1); }), 1);
+}
+
+TEST_F(ContactListTest, IsClosedOnce) {
+  Create("a");
+  auto rows = All();
+  EXPECT_EQ(rows->ActiveConnection(), nullptr);
+  rows->Close();
+  for (const auto& action : std::vector<std::function<void()>>{
+           [&] { rows->Close(); }, [&] { static_cast<void>(rows->AtEnd()); }, [&] { rows->MoveTo(0); },
+           [&] { static_cast<void>(rows->RecordCount()); }, [&] { static_cast<void>(rows->Text(1)); },
+           [&] { rows->SetSort("Name"); }, [&] { static_cast<void>(rows->FieldIndex("Name")); }}) {
+    EXPECT_EQ(ErrorOf(action), base::kDatabaseError);
+  }
+  const Functions::RecordsetClosing closing(log_);
+  closing.CloseRecordset(rows);  // a second time, without a connection
+  EXPECT_EQ(rows, nullptr);
+  rows = All();
+  closing.CloseRecordset(rows);
+  EXPECT_EQ(rows, nullptr);
+}
+
+TEST_F(ContactListTest, OnlyTheWholeListFollowsTheIndex) {
+  const auto plan = [&](const KeysetQuery& query, const SortOrder& order) {
+    DatabaseSession session(store_.database(), store_.connection_string());
+    const std::vector<DatabaseSession::Value> values(query.values.begin(), query.values.end());
+    const auto rows = session.Query("EXPLAIN QUERY PLAN " + KeysStatement(query, order), values);
+    std::string text;
+    for (; !rows->AtEnd(); rows->MoveNext()) text.append(rows->Text(rows->FieldIndex("detail"))).append("; ");
+    return text;
+  };
+  EXPECT_EQ(plan(MakeContactSearch({}, {}, {}, {}), {"Name"}),
+            "SCAN Contact USING COVERING INDEX ContactByName; ");
+  EXPECT_EQ(plan(MakeContactSearch({}, "a", {}, {}), {"Name"}),
+            "SCAN Contact; USE TEMP B-TREE FOR ORDER BY; ");
+}
+
+}  // namespace
+}  // namespace kestro::contacts
