@@ -4,7 +4,9 @@
 #include "contacts/contact_integration_module.h"
 #include "core/application_ending.h"
 #include "core/database_location.h"
+#include "core/dialling.h"
 #include "core/foreground.h"
+#include "core/help_pages.h"
 #include "core/lifecycle.h"
 #include "core/localization.h"
 #include "core/log_module.h"
@@ -12,10 +14,18 @@
 #include "core/registry_settings_module.h"
 #include "core/shared_functions.h"
 #include "core/shell_version.h"
+#include "generated/version.h"
+#include "management/about_form.h"
+#include "management/contact_list.h"
+#include "management/edit_contact.h"
+#include "management/edit_line.h"
 #include "management/initialize_settings.h"
 #include "management/main_form.h"
+#include "management/phone_lines_list.h"
 #include "management/settings.h"
 #include "management/settings_events.h"
+#include "management/system_information_form.h"
+#include "management/user_fields_names.h"
 #include "reception/call_events.h"
 #include "reception/call_transfer.h"
 #include "reception/call_windows.h"
@@ -30,23 +40,6 @@
 #include "telephony/tapi_functions_module.h"
 
 namespace kestro::app {
-namespace {
-
-/// The contact editor is not part of this version: its buttons end in the log.
-class NoContactEditor final : public reception::ContactEditing {
- public:
-  void EditContact(const contacts::Contact& /*contact*/) override { Raise(); }
-  void NewContact(std::string_view /*phone*/) override { Raise(); }
-  void NewContactFromCall(const std::optional<std::string>& /*phone*/) override { Raise(); }
-
- private:
-  [[noreturn]] static void Raise() {
-    throw base::RuntimeError(base::kActionNotSupported, "This version has no contact editor");
-  }
-};
-
-}  // namespace
-
 /// All modules, each behind those that it uses. Where the line events, further
 /// down, call the call events, further up, or the lifecycle the windows, the
 /// call goes through this object.
@@ -92,6 +85,8 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
   core::Functions::DatabaseLocation location{log, messages, shared, registry, ports.files, ports.process};
   core::Functions::ShellVersion shell{log, ports.shell};
   core::ForceFore foreground{log, ports.foreground};
+  core::Dialling dialling{ports.dialling};
+  core::HelpPages help{log, shared, ports.shell_execute};
   management::Settings settings{ports.windows, log, texts};
   management::Functions::SettingsLoading settings_loading{log, registry, shell, settings};
   contacts::ContactIntegrationModule contacts{log, shared, ports.database, ports.files, settings};
@@ -104,7 +99,9 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
   reception::Functions::TrayIcon icon{log, texts, shared, shell, ports.notification_area, ports.code_page,
                                       tray};
   reception::Functions::CallTransfer transfer{log, messages, line};
-  NoContactEditor editor;
+  management::frmEditContact editor{ports.windows,
+                                    {log, messages, texts, flags, foreground, location, dialling, contacts,
+                                     settings, ports.files, ports.file_dialogs}};
   reception::ContactDetail detail{
       ports.windows, {log, texts, flags, ending, contacts, ports.files, lines, transfer, editor}};
   reception::UnknownContact unknown{ports.windows, {log, texts, flags, ending, lines, transfer, editor}};
@@ -116,17 +113,38 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
       {log, texts, flags, shell, settings, line, tray, lines, icon, menu, call_windows, detail, unknown}};
   core::Functions::Lifecycle lifecycle{
       {log, messages, texts, flags, line, contacts, settings, ports.instances, *this}};
+  management::frmSystemInformation system_information{ports.windows,
+                                                      {log, texts, foreground, ports.clipboard}};
+  management::frmAbout about{ports.windows,
+                             {log, texts, messages, foreground, ports.system_information, system_information,
+                              kProductName, kVersion}};
   management::SettingsEvents settings_events{{log, messages, texts, flags, registry, ending, settings_loading,
                                               contacts, line, ports.file_dialogs, settings}};
   reception::SystemTrayEvents tray_events{{log, flags, shell, ending, contacts, line, lifecycle, main_form,
-                                           settings_events, tray, lines, transfer, icon, call_windows,
+                                           settings_events, about, tray, lines, transfer, icon, call_windows,
                                            events}};
   Startup startup{{log, messages, shared, flags, location, lifecycle, contacts, line, settings_loading,
                    settings, settings_events, main_form, tray, icon, ports.notification_area}};
-  std::vector<forms::Form*> forms{&main_form, &tray, &settings, &detail, &unknown, &internal};
+  management::frmUserFieldsNames user_fields{ports.windows, {log, messages, texts, flags, contacts}};
+  management::frmEditLine edit_line{ports.windows, {log, messages, texts, contacts}};
+  management::frmPhoneLinesList phone_lines{ports.windows,
+                                            {log, messages, texts, shared, contacts, edit_line}};
+  management::ContactList list{{log, messages, flags, shared, lifecycle, dialling, contacts, main_form,
+                                editor, user_fields, phone_lines}};
+  std::vector<forms::Form*> forms{&main_form,   &tray,      &settings, &detail,
+                                  &unknown,     &internal,  &editor,   &user_fields,
+                                  &phone_lines, &edit_line, &about,    &system_information};
 };
 
 Application::Application(const Ports& ports) : modules_(std::make_unique<Modules>(ports)) {
+  Modules& m = *modules_;
+  m.editor.on_stored = [&m] { m.list.Refresh(); };
+  m.settings_events.refresh_main_window = [&m] {
+    if (m.main_form.visible()) m.list.Refresh();
+  };
+  m.list.on_phone_lines_changed = [&m] { m.menu.RepopulateTransferSubmenuData(); };
+  m.list.on_help = [&m] { m.help.Open(); };
+  m.list.on_about = [&m] { m.about.BringUp(); };
   modules_->ending.SetForms(modules_->forms);
   modules_->ports.notification_area.SetCallback([modules = modules_.get()](std::uint32_t code) {
     modules->tray_events.Form_MouseMove(0, 0, static_cast<int>(code), 0);

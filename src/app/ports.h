@@ -2,8 +2,10 @@
 
 #include "forms/form_host.h"
 #include "ports/ansi_code_page.h"
+#include "ports/clipboard.h"
 #include "ports/clock.h"
 #include "ports/database.h"
+#include "ports/dialling_object.h"
 #include "ports/file_system.h"
 #include "ports/foreground_windows.h"
 #include "ports/instance_guard.h"
@@ -13,7 +15,9 @@
 #include "ports/notification_area.h"
 #include "ports/process_control.h"
 #include "ports/settings_store.h"
+#include "ports/shell_execute.h"
 #include "ports/shell_information.h"
+#include "ports/system_information.h"
 
 namespace kestro::app {
 
@@ -33,6 +37,10 @@ struct Ports {
   ports::ProcessControl& process;
   ports::InstanceGuard& instances;
   forms::FormHost& windows;
+  ports::DiallingObjects& dialling;
+  ports::ShellExecute& shell_execute;
+  ports::SystemInformationTool& system_information;
+  ports::Clipboard& clipboard;
 };
 
 }  // namespace kestro::app

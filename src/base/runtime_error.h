@@ -19,6 +19,8 @@ enum ErrorNumber : std::int32_t {
   kPathAccessError = 75,
   kPathNotFound = 76,
   kResourceNotFound = 326,
+  kCannotCreateObject = 429,
+  kAutomationError = 440,
   kActionNotSupported = 445,
   kInvalidPicture = 481,
   kDialogCancelled = 32755,

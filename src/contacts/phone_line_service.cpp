@@ -35,7 +35,8 @@ std::vector<PhoneLine> PhoneLineService::GetPhoneLines() {
 
 std::unique_ptr<ports::Recordset> PhoneLineService::ListPhoneLines() {
   return std::make_unique<ConnectedRecordset>(
-      database_, connection_string_, "SELECT id, Line, Name FROM PhoneLine ORDER BY CAST(Line AS INTEGER), id");
+      database_, connection_string_,
+      "SELECT id, Line, Name FROM PhoneLine ORDER BY CAST(Line AS INTEGER), id");
 }
 
 std::int64_t PhoneLineService::AddPhoneLine(const PhoneLine& line) {

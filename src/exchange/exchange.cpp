@@ -58,6 +58,15 @@ void Exchange::Offer(const Call& call) {
   DeliverCallMessage(ports::kLineCallState, handle, Value(CallState::kOffering), 0, ports::kPrivilegeOwner);
 }
 
+ports::CallHandle Exchange::Dial(std::string_view ansi_number) {
+  Call& call = KnownCall(NewHandle());
+  call.state = Value(CallState::kDialling);
+  call.called_id = std::string(ansi_number);
+  call.origin = kOriginOutbound;
+  call.released = true;
+  return call.handle;
+}
+
 void Exchange::Connect(ports::CallHandle call, std::optional<std::string> connected_id) {
   KnownCall(call).connected_id = std::move(connected_id);
   ReportState(call, Value(CallState::kConnected));
@@ -90,7 +99,9 @@ void Exchange::Deliver(const ports::LineMessage& message) {
 
 void Exchange::DeliverCallMessage(std::int32_t message, ports::CallHandle call, std::uint32_t parameter1,
                                   std::uint32_t parameter2, std::uint32_t parameter3) {
-  if (!line_open()) return;
+  const Call* const known = FindCall(call);
+  const bool outgoing = known != nullptr && known->origin == kOriginOutbound;
+  if (!line_open() || outgoing) return;
   const auto value = [](std::uint32_t number) { return static_cast<std::int32_t>(number); };
   Deliver({value(call), message, value(callback_instance_), value(parameter1), value(parameter2),
            value(parameter3)});

@@ -24,12 +24,15 @@ struct Device {
 
 inline constexpr std::uint32_t kOriginInternal = ports::line_call_info::kOriginInternal;
 inline constexpr std::uint32_t kOriginExternal = ports::line_call_info::kOriginExternal;
+/// A call that goes out from here: LINECALLORIGIN_OUTBOUND.
+inline constexpr std::uint32_t kOriginOutbound = 0x1;
 inline constexpr std::uint32_t kReasonDirect = ports::line_call_info::kReasonDirect;
 inline constexpr std::uint32_t kReasonTransfer = ports::line_call_info::kReasonTransfer;
 
 enum class CallState : std::uint32_t {
   kIdle = 0x1,
   kOffering = 0x2,
+  kDialling = 0x10,
   kConnected = 0x100,
   kDisconnected = 0x4000,
 };
@@ -40,6 +43,7 @@ struct Call {
   std::uint32_t state = 0;
   std::optional<std::string> caller_id;  // nothing = the exchange delivers no number
   std::optional<std::string> connected_id;
+  std::optional<std::string> called_id;  // of an outgoing call: the number dialled
   std::string caller_name;
   std::uint32_t origin = kOriginExternal;
   std::uint32_t reason = kReasonDirect;
@@ -60,6 +64,10 @@ struct Call {
 /// one line handle (that of the last Open, until it is closed or the functions
 /// are shut down). A call lives until it is idle and released, or the line is
 /// closed.
+///
+/// An outgoing call (see Dial) belongs to whoever dialled it: the application
+/// neither holds its handle nor hears of it, and it lives until it is idle,
+/// line or no line.
 class Exchange final : public ports::LineFunctions {
  public:
   using Poster = std::function<void(std::function<void()>)>;
@@ -90,6 +98,8 @@ class Exchange final : public ports::LineFunctions {
   // changes in any case.
   /// A known call of that handle is replaced. The state is set here.
   void Offer(const Call& call);
+  /// A new outgoing call to that number (bytes of the ANSI code page); its handle.
+  ports::CallHandle Dial(std::string_view ansi_number);
   void Connect(ports::CallHandle call, std::optional<std::string> connected_id);
   void Disconnect(ports::CallHandle call);
   void Idle(ports::CallHandle call);

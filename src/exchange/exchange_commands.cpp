@@ -25,9 +25,15 @@ bool IsRunning(const Call& call) {
   return !IsState(call, CallState::kIdle) && !IsState(call, CallState::kDisconnected);
 }
 
+std::string_view OriginText(const Call& call) {
+  if (call.origin == kOriginOutbound) return "outgoing";
+  return call.origin == kOriginInternal ? "internal" : "external";
+}
+
 std::string StateText(const Call& call) {
   if (IsState(call, CallState::kIdle)) return "idle";
   if (IsOffering(call)) return "offering";
+  if (IsState(call, CallState::kDialling)) return "dialling";
   if (IsState(call, CallState::kConnected)) return "connected";
   if (IsState(call, CallState::kDisconnected)) return "disconnected";
   return "state " + base::Hex(call.state);
@@ -162,7 +168,7 @@ std::string ExchangeCommands::HangUp(const Words& words) {
 Call ExchangeCommands::ChooseCall(const Words& words, bool (*suits)(const Call&),
                                   const char* none_suits) const {
   const auto handle = ReadHandle(words);
-  RequireOpenLine();
+  RequireOpenLineOrCall();
   const auto& calls = exchange_.calls();
   if (handle) {
     const auto found = calls.find(*handle);
@@ -185,9 +191,10 @@ std::string ExchangeCommands::List(const Words& words) const {
 }
 
 std::string ExchangeCommands::Description(const Call& call) const {
-  std::string line = HandleText(call.handle) + " " + StateText(call) + " " +
-                     (call.origin == kOriginInternal ? "internal" : "external");
-  line += call.caller_id ? " " + QuoteRequestWord(code_page_.ToText(*call.caller_id)) : " no-number";
+  std::string line = HandleText(call.handle) + " " + StateText(call);
+  line.append(1, ' ').append(OriginText(call));
+  const auto& number = call.called_id ? call.called_id : call.caller_id;
+  line += number ? " " + QuoteRequestWord(code_page_.ToText(*number)) : " no-number";
   if (!call.caller_name.empty()) line += " name " + QuoteRequestWord(code_page_.ToText(call.caller_name));
   if ((call.reason & kReasonTransfer) != 0) line += " transferred";
   return line;
@@ -200,6 +207,10 @@ std::string ExchangeCommands::Help(const Words& words) {
 
 void ExchangeCommands::RequireOpenLine() const {
   if (!exchange_.line_open()) throw RequestError("the program has no line open");
+}
+
+void ExchangeCommands::RequireOpenLineOrCall() const {
+  if (exchange_.calls().empty()) RequireOpenLine();
 }
 
 }  // namespace kestro::exchange

@@ -16,7 +16,8 @@ namespace kestro::exchange {
 ///   ring NUMBER [--internal] [--name "TEXT"] [--transferred] [--no-number]
 ///   answer [HANDLE]      the newest offered call, or the one named
 ///   hang-up [HANDLE]     the newest call that has not ended, or the one named
-///   list                 one line a call: 0x101 offering external "602111222"
+///   list                 one line a call: 0x101 offering external "602111222"; one
+///                        that was dialled: 0x102 dialling outgoing "585000100"
 ///   help
 ///
 /// The request is UTF-8 from outside and trusted in nothing; one that is refused
@@ -51,6 +52,8 @@ class ExchangeCommands {
   [[nodiscard]] Call ChooseCall(const Words& words, bool (*suits)(const Call&), const char* none_suits) const;
   [[nodiscard]] std::string Description(const Call& call) const;
   void RequireOpenLine() const;
+  /// A call that was dialled can be ended although no line is open.
+  void RequireOpenLineOrCall() const;
 
   Exchange& exchange_;
   const ports::AnsiCodePage& code_page_;

@@ -133,7 +133,7 @@ ports::LineResult Exchange::Shutdown(ports::LineHandle application) {
 void Exchange::CloseOpenLine() {
   line_ = 0;
   callback_instance_ = 0;
-  calls_.clear();
+  std::erase_if(calls_, [](const auto& entry) { return entry.second.origin != kOriginOutbound; });
 }
 
 }  // namespace kestro::exchange

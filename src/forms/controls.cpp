@@ -22,6 +22,7 @@ void ComboBox::AddItem(std::string_view item) {
 void ComboBox::Clear() {
   items_.clear();
   list_index_ = -1;
+  typed_.clear();
   Changed();
 }
 
@@ -29,14 +30,17 @@ void ComboBox::SetListIndex(int index) {
   if (index < -1 || index >= static_cast<int>(items_.size())) {
     throw base::RuntimeError(base::kInvalidProcedureCall, "Invalid procedure call or argument");
   }
-  if (index == list_index_) return;
+  const std::string item = index < 0 ? std::string() : items_[static_cast<std::size_t>(index)];
+  const bool other_item = index != list_index_;
+  if (!other_item && item == typed_) return;
   list_index_ = index;
-  if (index >= 0) typed_ = items_[static_cast<std::size_t>(index)];
+  typed_ = item;
   Changed();
-  Raise(on_click);
+  if (other_item) Raise(on_click);
 }
 
 void ComboBox::SetText(std::string_view text) {
+  if (text == typed_) return;
   const auto found = std::find(items_.begin(), items_.end(), text);
   typed_ = text;
   list_index_ = found == items_.end() ? -1 : static_cast<int>(found - items_.begin());

@@ -90,11 +90,11 @@ class ComboBox final : public Control {
   [[nodiscard]] ControlKind kind() const override { return ControlKind::kComboBox; }
   [[nodiscard]] const std::vector<std::string>& items() const { return items_; }
   void AddItem(std::string_view item);
-  /// Removes the items; the list index becomes -1 without an event.
+  /// Removes the items; the list index becomes -1 and the text empty without an event.
   void Clear();
   /// -1 = nothing selected.
   [[nodiscard]] int list_index() const { return list_index_; }
-  /// Raises 5 for an index that the list does not have.
+  /// Raises 5 for an index that the list does not have. The text becomes that of the item.
   void SetListIndex(int index);
   /// Text of the selected item, empty when there is none; of an editable one
   /// what stands in its field.
@@ -193,7 +193,9 @@ class MenuItem final : public CaptionedControl {
   [[nodiscard]] bool checked() const { return checked_; }
   void SetChecked(bool checked) { Assign(checked_, checked); }
   void Click() { Raise(on_click); }
-  /// Key that chooses the entry without opening the menu: "Ctrl+N", "F5", "Del"; empty = none.
+  /// Key that chooses a reachable entry of the menu bar without opening the menu,
+  /// as ParseKey reads it: "Ctrl+N", "F5", "Del"; empty = none. The control that
+  /// has the keyboard comes first: Del in a text box deletes text.
   [[nodiscard]] const std::string& shortcut() const { return shortcut_; }
   void SetShortcut(std::string_view key) { Assign(shortcut_, std::string(key)); }
 

@@ -65,7 +65,8 @@ class Form {
   /// when it is unloaded afterwards.
   bool RequestUnload(int mode);
 
-  /// Keys of the window that no menu entry carries ("Ctrl+F").
+  /// Keys of the window that no menu entry carries ("Ctrl+F", as ParseKey reads
+  /// it), added before the window is loaded.
   struct Shortcut {
     std::string key;
     Handler handler;

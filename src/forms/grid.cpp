@@ -38,6 +38,12 @@ const ToolBar::Item& ToolBar::item(int number) const {
   return items_[static_cast<std::size_t>(number - 1)];
 }
 
+bool ToolBar::CanPress(int number) const {
+  if (number < 1 || number > count()) return false;
+  const Item& button = item(number);
+  return !button.picture.empty() && button.visible && button.enabled;
+}
+
 void ToolBar::SetToolTip(int number, std::string_view text) {
   Assign(Changeable(number).tool_tip, std::string(text));
 }

@@ -91,6 +91,8 @@ class ToolBar final : public Control {
   [[nodiscard]] int count() const { return static_cast<int>(items_.size()); }
   /// Raises 9 outside 1 .. count().
   [[nodiscard]] const Item& item(int number) const;
+  /// Inside 1 .. count(), no gap, shown and enabled.
+  [[nodiscard]] bool CanPress(int number) const;
   void SetToolTip(int number, std::string_view text);
   void SetItemEnabled(int number, bool enabled);
   void SetItemVisible(int number, bool visible);

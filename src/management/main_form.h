@@ -6,10 +6,13 @@
 #include "core/localization.h"
 #include "core/procedure_frame.h"
 #include "forms/form.h"
+#include "forms/grid.h"
 
 namespace kestro::management {
 
-/// The main window.
+/// The main window: filter, grid, tool bar and menus of the contacts. Holds the
+/// controls and its own coming and going; what is done with contacts is
+/// ContactList.
 class frmMainForm final : public forms::Form {
  public:
   struct Needs {
@@ -27,15 +30,53 @@ class frmMainForm final : public forms::Form {
   /// closing it then minimises it instead of hiding it.
   void StayReachable() { stays_reachable_ = true; }
 
+  /// Numbers of the tool-bar buttons; 4 and 6 are gaps.
+  enum Tool : int { kToolNew = 1, kToolEdit = 2, kToolDelete = 3, kToolCall = 5, kToolWeb = 7 };
+
   /// The application's start-up, plugged in by the application: runs when the window loads.
   forms::Handler on_load;
+  /// Plugged in by ContactList.
+  forms::Handler on_activate;
+  forms::Handler on_unload;
 
-  forms::MenuItem mnuApplication{*this, nullptr, "mnuApplication", forms::MenuItem::Role::kBar};
+  using Role = forms::MenuItem::Role;
+
+  forms::MenuItem mnuApplication{*this, nullptr, "mnuApplication", Role::kBar};
   forms::MenuItem mnuExit{*this, &mnuApplication, "mnuExit"};
+  forms::MenuItem mnuContact{*this, nullptr, "mnuContact", Role::kBar};
+  forms::MenuItem mnuNewContact{*this, &mnuContact, "mnuNewContact"};
+  forms::MenuItem mnuEditContact{*this, &mnuContact, "mnuEditContact"};
+  forms::MenuItem mnuDeleteContact{*this, &mnuContact, "mnuDeleteContact"};
+  forms::MenuItem mnuSeparator1{*this, &mnuContact, "mnuSeparator1", Role::kSeparator};
+  forms::MenuItem mnuImportContacts{*this, &mnuContact, "mnuImportContacts"};
+  forms::MenuItem mnuSettings{*this, nullptr, "mnuSettings", Role::kBar};
+  forms::MenuItem mnuUserFields{*this, &mnuSettings, "mnuUserFields"};
+  forms::MenuItem mnuPhoneLines{*this, &mnuSettings, "mnuPhoneLines"};
+  forms::MenuItem mnuAppHelp{*this, nullptr, "mnuAppHelp", Role::kBar};
+  forms::MenuItem mnuHelpContents{*this, &mnuAppHelp, "mnuHelpContents"};
+  forms::MenuItem mnuAbout{*this, &mnuAppHelp, "mnuAbout"};
+
+  forms::ToolBar ActionToolbar{
+      *this, nullptr, "ActionToolbar", {"new", "edit", "delete", "", "call", "", "web"}};
+  forms::Frame FilterFrame{*this, nullptr, "FilterFrame"};
+  forms::Label lblClassNameName{*this, &FilterFrame, "lblClassNameName"};
+  forms::TextBox txtName{*this, &FilterFrame, "txtName"};
+  forms::Label lblCompany{*this, &FilterFrame, "lblCompany"};
+  forms::TextBox txtCompany{*this, &FilterFrame, "txtCompany"};
+  forms::Label lblCity{*this, &FilterFrame, "lblCity"};
+  forms::TextBox txtCity{*this, &FilterFrame, "txtCity"};
+  forms::Label lblNote{*this, &FilterFrame, "lblNote"};
+  forms::TextBox txtNote{*this, &FilterFrame, "txtNote"};
+  forms::Button btnSearch{*this, &FilterFrame, "btnSearch", forms::Button::Role::kDefault};
+  forms::Button btnSearchAll{*this, &FilterFrame, "btnSearchAll"};
+  forms::Grid ContactsGrid;
 
  private:
   void Form_Load() override;
+  void Form_Activate() override;
   void Form_QueryUnload(bool& cancel, int unload_mode) override;
+  void Form_Unload() override;
+  void LayOut();
   void GetFormTextTranslation();
   void mnuExit_Click();
 

@@ -6,18 +6,21 @@
 
 namespace kestro::ports {
 
-/// The external dialling object ("CTI.DialCom"): created for one call, released afterwards.
+/// The external dialling object ("CTI.DialCom"): created for one call, released
+/// afterwards. User-interface thread only.
 class DiallingObject {
  public:
   virtual ~DiallingObject() = default;
-  /// Dials the number as it stands; the object's own result. Raises when it cannot.
+  /// Dials the number (UTF-8) as it stands, an empty one included if the object
+  /// takes it; the object's own result. Raises base::RuntimeError when it
+  /// cannot. A call that has begun does not depend on the object any more.
   virtual std::int32_t Dial(std::string_view number) = 0;
 };
 
 class DiallingObjects {
  public:
   virtual ~DiallingObjects() = default;
-  /// Raises 429 when there is no such object on this system.
+  /// Never null. Raises 429 when there is no such object on this system.
   [[nodiscard]] virtual std::unique_ptr<DiallingObject> CreateDialCom() = 0;
 };
 

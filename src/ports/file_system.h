@@ -27,6 +27,9 @@ class FileSystem {
   /// file that cannot be read.
   [[nodiscard]] virtual std::string ReadTextLinesJoined(std::string_view path,
                                                         std::size_t most_bytes) const = 0;
+  /// The first bytes of a file, at most `most_bytes`. Raises 53 for a missing file, 75 for one that cannot be
+  /// read.
+  [[nodiscard]] virtual std::string ReadStart(std::string_view path, std::size_t most_bytes) const = 0;
   /// Folder in which the program lies, without a trailing separator.
   [[nodiscard]] virtual std::string ProgramFolder() const = 0;
   /// The user's application-data folder; raises when there is none.

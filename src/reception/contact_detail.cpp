@@ -148,12 +148,12 @@ void ContactDetail::cmbRedirectTo_Click() {
 
 void ContactDetail::cmdEdit_Click() {
   procedure_.Outermost("cmdEdit_Click", [&] {
-    if (const auto* contact = SelectedContact()) editor_.EditContact(*contact);
+    if (const auto* contact = SelectedContact()) editor_.EditBesideOthers(*contact);
   });
 }
 
 void ContactDetail::cmdNew_Click() {
-  procedure_.Outermost("cmdNew_Click", [&] { editor_.NewContact(lblPhoneNumber.caption()); });
+  procedure_.Outermost("cmdNew_Click", [&] { editor_.EditNewBesideOthers(lblPhoneNumber.caption()); });
 }
 
 void ContactDetail::cmdClose_Click() {

@@ -10,7 +10,7 @@
 #include "core/localization.h"
 #include "core/procedure_frame.h"
 #include "forms/form.h"
-#include "reception/contact_editing.h"
+#include "management/edit_contact.h"
 #include "reception/redirect_combo.h"
 
 namespace kestro::reception {
@@ -28,7 +28,7 @@ class ContactDetail final : public forms::Form {
     ports::FileSystem& files;
     Functions::InternalLines& lines;
     Functions::CallTransfer& transfer;
-    ContactEditing& editor;
+    management::frmEditContact& editor;
   };
   ContactDetail(forms::FormHost& host, const Needs& needs);
 
@@ -124,7 +124,7 @@ class ContactDetail final : public forms::Form {
   core::Functions::ApplicationEnding& ending_;
   contacts::ContactIntegrationModule& contacts_;
   ports::FileSystem& files_;
-  ContactEditing& editor_;
+  management::frmEditContact& editor_;
   RedirectCombo redirect_;
 
   /// Captions of the phones while their type is not known.

@@ -18,6 +18,7 @@ SystemTrayEvents::SystemTrayEvents(const Needs& needs)
   tray.mPopStartStop.on_click = [this] { mPopStartStop_Click(); };
   tray.mPopSettings.on_click = [this] { mPopSettings_Click(); };
   tray.mnuContactsList.on_click = [this] { mnuContactsList_Click(); };
+  tray.mAboutForm.on_click = [this] { mAboutForm_Click(); };
   tray.mPopExit.on_click = [this] { mPopExit_Click(); };
   tray.btnIncomingCall.on_click = [this] { btnIncomingCall_Click(); };
   tray.btnAcceptCall.on_click = [this] { btnAcceptCall_Click(); };
@@ -95,6 +96,10 @@ void SystemTrayEvents::mPopSettings_Click() {
 
 void SystemTrayEvents::mnuContactsList_Click() {
   procedure_.Outermost("mnuContactsList_Click", [&] { needs_.main_form.BringUp(); });
+}
+
+void SystemTrayEvents::mAboutForm_Click() {
+  procedure_.Outermost("mAboutForm_Click", [&] { needs_.about.BringUp(); });
 }
 
 void SystemTrayEvents::mPopExit_Click() {

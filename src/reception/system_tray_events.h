@@ -6,6 +6,7 @@
 #include "core/lifecycle.h"
 #include "core/procedure_frame.h"
 #include "core/shell_version.h"
+#include "management/about_form.h"
 #include "management/main_form.h"
 #include "management/settings_events.h"
 #include "reception/call_events.h"
@@ -32,6 +33,7 @@ class SystemTrayEvents {
     core::Functions::Lifecycle& lifecycle;
     management::frmMainForm& main_form;
     management::SettingsEvents& settings;
+    management::frmAbout& about;
     SystemTrayForm& tray;
     Functions::InternalLines& lines;
     Functions::CallTransfer& transfer;
@@ -53,6 +55,7 @@ class SystemTrayEvents {
   void mPopStartStop_Click();
   void mPopSettings_Click();
   void mnuContactsList_Click();
+  void mAboutForm_Click();
   void mPopExit_Click();
   void btnIncomingCall_Click();
   void btnAcceptCall_Click();

@@ -55,7 +55,7 @@ void UnknownContact::BeforeShowControl() {
 void UnknownContact::cmdNew_Click() {
   procedure_.Outermost("cmdNew_Click", [&] {
     const bool has_number = lblPhoneNumber.caption() != texts_.GetLocalizedString("278");
-    editor_.NewContactFromCall(has_number ? std::optional(lblPhoneNumber.caption()) : std::nullopt);
+    editor_.EditNewFromCall(has_number ? std::optional(lblPhoneNumber.caption()) : std::nullopt);
   });
 }
 

@@ -5,7 +5,7 @@
 #include "core/localization.h"
 #include "core/procedure_frame.h"
 #include "forms/form.h"
-#include "reception/contact_editing.h"
+#include "management/edit_contact.h"
 #include "reception/redirect_combo.h"
 
 namespace kestro::reception {
@@ -20,7 +20,7 @@ class UnknownContact final : public forms::Form {
     core::Functions::ApplicationEnding& ending;
     Functions::InternalLines& lines;
     Functions::CallTransfer& transfer;
-    ContactEditing& editor;
+    management::frmEditContact& editor;
   };
   UnknownContact(forms::FormHost& host, const Needs& needs);
 
@@ -46,7 +46,7 @@ class UnknownContact final : public forms::Form {
   core::Localization& texts_;
   core::ApplicationFlags& flags_;
   core::Functions::ApplicationEnding& ending_;
-  ContactEditing& editor_;
+  management::frmEditContact& editor_;
   RedirectCombo redirect_;
 };
 

@@ -25,16 +25,40 @@ std::string_view StateWord(forms::WindowState state) {
   return "normal";
 }
 
+/// " WORD N N", nothing without numbers.
+std::string NumbersBehind(std::string_view word, const std::vector<int>& numbers) {
+  std::string text = numbers.empty() ? std::string() : " " + std::string(word);
+  for (const int number : numbers) text += " " + std::to_string(number);
+  return text;
+}
+
 std::string ControlLine(const forms::ControlReading& control, std::size_t depth) {
   std::string line = std::string(depth * kIndent, ' ') + control.name;
   for (const std::string& text : control.texts) line += " " + Quoted(text);
   if (control.picture) line += " " + (control.picture->empty() ? "empty" : QuotedPath(*control.picture));
   if (control.index) line += " index " + std::to_string(*control.index);
+  if (control.typed && control.index == -1 && !control.typed->empty()) {
+    line += " text " + Quoted(*control.typed);
+  }
+  if (control.grid) line += " rows " + std::to_string(control.grid->row_count);
+  line += NumbersBehind("hidden", control.hidden_buttons);
+  line += NumbersBehind("disabled", control.disabled_buttons);
   if (control.hidden) line += " hidden";
   if (control.disabled) line += " disabled";
   if (control.checked) line += " checked";
   if (control.focus) line += " focus";
   return line;
+}
+
+void DumpRows(const forms::GridReading& grid, std::vector<std::string>& lines) {
+  std::int64_t row = 0;
+  for (const auto& cells : grid.rows) {
+    std::string line = std::string(2 * kIndent, ' ') + "row " + std::to_string(row);
+    for (const std::string& cell : cells) line += " " + Quoted(cell);
+    if (row == grid.selected_row) line += " selected";
+    lines.push_back(std::move(line));
+    ++row;
+  }
 }
 
 std::string ReadingName(const forms::MenuItem& item) {
@@ -83,7 +107,10 @@ std::vector<std::string> DumpWindow(const forms::Form& form, const forms::Window
                      (reading.visible ? " visible " : " hidden ") + std::string(StateWord(reading.state));
   if (form.placed()) head += Named("left", form.left()) + Named("top", form.top());
   std::vector<std::string> lines = {std::move(head)};
-  for (const auto& control : reading.controls) lines.push_back(ControlLine(control, 1));
+  for (const auto& control : reading.controls) {
+    lines.push_back(ControlLine(control, 1));
+    if (control.grid) DumpRows(*control.grid, lines);
+  }
   return lines;
 }
 

@@ -13,7 +13,11 @@ namespace kestro::scenario {
 
 /// State as transcript lines. Truth values are printed as -1 and 0.
 
-/// The window and, below it, one line a control.
+/// The window and, below it, one line a control: its name, its texts in quotes,
+/// then the words that hold. An editable list that holds a text of its own adds
+/// `text "..."`. A grid has its column captions as texts and below it a line for
+/// each of its first rows. A tool bar has its tool tips ("" for a gap) and
+/// `hidden N N` and `disabled N N` for its buttons, before the words about itself.
 [[nodiscard]] std::vector<std::string> DumpWindow(const forms::Form& form,
                                                   const forms::WindowReading& reading);
 /// The menu's entries as the front end shows them (`reading` is that of the menu's window).

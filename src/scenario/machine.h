@@ -6,6 +6,7 @@
 
 #include "forms/front_end_driver.h"
 #include "ports/ansi_code_page.h"
+#include "ports/clipboard.h"
 #include "ports/database.h"
 #include "ports/file_system.h"
 #include "ports/foreground_windows.h"
@@ -20,6 +21,7 @@ class FrontEnd {
   [[nodiscard]] virtual forms::FormHost& Host() = 0;
   [[nodiscard]] virtual forms::FrontEndDriver& Driver() = 0;
   [[nodiscard]] virtual ports::ForegroundWindows& Foreground() = 0;
+  [[nodiscard]] virtual ports::Clipboard& Clipboard() = 0;
   /// Runs the task from the event loop, also from that of a modal window.
   /// base::ProcessEnded coming out of it ends the loop and comes out there.
   virtual void Post(std::function<void()> task) = 0;

@@ -145,7 +145,8 @@ bool Player::PerformOwnAction(const Action& action) {
       session_.file_dialogs.Queue(std::nullopt);
       return true;
     case ActionKind::kDialObject:
-      throw ScriptError(action.line, "the application does not dial");
+      session_.dialling.SetDialObject(DialObjectOfWord(action.Text(0)));
+      return true;
     case ActionKind::kDumpSettings:
       PerformDumpAction(action, session_);
       return true;

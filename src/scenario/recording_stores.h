@@ -45,6 +45,9 @@ class RecordingFileSystem final : public ports::FileSystem {
                                                 std::size_t most_bytes) const override {
     return inner_.ReadTextLinesJoined(path, most_bytes);
   }
+  [[nodiscard]] std::string ReadStart(std::string_view path, std::size_t most_bytes) const override {
+    return inner_.ReadStart(path, most_bytes);
+  }
   [[nodiscard]] std::string ProgramFolder() const override { return inner_.ProgramFolder(); }
   [[nodiscard]] std::string UserDataFolder() const override { return inner_.UserDataFolder(); }
 

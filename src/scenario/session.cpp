@@ -14,11 +14,14 @@ Session::Session(Machine& machine_used, FrontEnd& front_end_used, Transcript& tr
       file_dialogs(transcript),
       windows(front_end.Host(), transcript),
       log(transcript),
+      dialling(transcript),
       line_functions_(exchange, machine.CodePage(), transcript),
       recorded_settings_(settings, transcript),
       files_(machine.Files(), transcript),
       foreground_(front_end.Foreground(), windows, transcript),
-      process_(transcript) {}
+      process_(transcript),
+      shell_execute_(transcript),
+      clipboard_(front_end.Clipboard(), transcript) {}
 
 void Session::StartApplication() {
   application_ = std::make_unique<app::Application>(app::Ports{
@@ -36,6 +39,10 @@ void Session::StartApplication() {
       process_,
       instances,
       windows,
+      dialling,
+      shell_execute_,
+      system_information,
+      clipboard_,
   });
   application_->Start();
 }

@@ -7,11 +7,13 @@
 #include "ports/memory_settings_store.h"
 #include "scenario/machine.h"
 #include "scenario/problems.h"
+#include "scenario/recording_dialling.h"
 #include "scenario/recording_file_dialogs.h"
 #include "scenario/recording_form_host.h"
 #include "scenario/recording_line_functions.h"
 #include "scenario/recording_message_boxes.h"
 #include "scenario/recording_notification_area.h"
+#include "scenario/recording_shell.h"
 #include "scenario/recording_stores.h"
 #include "scenario/scripted_instances.h"
 #include "scenario/scripted_shell_information.h"
@@ -41,6 +43,8 @@ class Session {
   RecordingFileDialogs file_dialogs;
   RecordingFormHost windows;
   RecordingLog log;
+  RecordingDialling dialling;
+  ScriptedSystemInformation system_information;
 
   /// Makes and starts the application. base::ProcessEnded comes through.
   void StartApplication();
@@ -57,6 +61,8 @@ class Session {
   RecordingFileSystem files_;
   RecordingForegroundWindows foreground_;
   RecordingProcessControl process_;
+  RecordingShellExecute shell_execute_;
+  RecordingClipboard clipboard_;
   std::unique_ptr<app::Application> application_;  // last: it uses all of the above until its end
 };
 

@@ -69,10 +69,14 @@ void Click(const Action& action, Session& session) {
 
 void Type(const Action& action, Session& session) {
   const Target target = FindTarget(action, session);
-  auto* box = dynamic_cast<forms::TextBox*>(&target.control);
-  if (box == nullptr) RaiseWrongKind(action, "text box");
-  Refuse(action, session,
-         target.form.loaded() && session.front_end.Driver().Type(target.form, *box, action.Text(1)));
+  const auto* combo = dynamic_cast<forms::ComboBox*>(&target.control);
+  const bool editable = combo != nullptr && combo->style() == forms::ComboBox::Style::kEditable;
+  if (!editable && target.control.kind() != ControlKind::kTextBox) {
+    RaiseWrongKind(action, "text box or editable list");
+  }
+  Refuse(
+      action, session,
+      target.form.loaded() && session.front_end.Driver().Type(target.form, target.control, action.Text(1)));
 }
 
 void Choose(const Action& action, Session& session) {
@@ -120,10 +124,37 @@ void SendTrayEvent(const Action& action, Session& session) {
   if (!session.notification_area.SendEvent(event)) session.transcript.Add("refused tray");
 }
 
-/// No window has such a control.
-void RaiseNoSuchKind(const Action& action, Session& session, const std::string& what) {
-  static_cast<void>(FindTarget(action, session));
-  RaiseWrongKind(action, what);
+/// `row`, `double-click` and `header`.
+void PressGrid(const Action& action, Session& session) {
+  const Target target = FindTarget(action, session);
+  auto* grid = dynamic_cast<forms::Grid*>(&target.control);
+  if (grid == nullptr) RaiseWrongKind(action, "grid");
+  forms::FrontEndDriver& driver = session.front_end.Driver();
+  const int number = action.Number(1);
+  bool done = target.form.loaded();
+  if (action.kind == ActionKind::kHeader) {
+    done = done && driver.PressHeader(target.form, *grid, number);
+  } else if (action.kind == ActionKind::kDoubleClick) {
+    done = done && driver.DoubleClickRow(target.form, *grid, number);
+  } else {
+    done = done && driver.PressRow(target.form, *grid, number);
+  }
+  Refuse(action, session, done);
+}
+
+void PressTool(const Action& action, Session& session) {
+  const Target target = FindTarget(action, session);
+  auto* bar = dynamic_cast<forms::ToolBar*>(&target.control);
+  if (bar == nullptr) RaiseWrongKind(action, "tool bar");
+  Refuse(action, session,
+         target.form.loaded() && session.front_end.Driver().PressTool(target.form, *bar, action.Number(1)));
+}
+
+void PressKey(const Action& action, Session& session) {
+  forms::Form& form = FindWindow(action, action.Text(0), session);
+  const auto key = forms::ParseKey(action.Text(1));
+  if (!key) throw ScriptError(action.line, "unknown key " + Quoted(action.Text(1)));
+  Refuse(action, session, form.loaded() && session.front_end.Driver().PressKey(form, *key));
 }
 
 }  // namespace
@@ -157,10 +188,13 @@ bool PerformWindowAction(const Action& action, Session& session) {
     case ActionKind::kRow:
     case ActionKind::kDoubleClick:
     case ActionKind::kHeader:
-      RaiseNoSuchKind(action, session, "grid");
+      PressGrid(action, session);
       return true;
     case ActionKind::kTool:
-      RaiseNoSuchKind(action, session, "tool bar");
+      PressTool(action, session);
+      return true;
+    case ActionKind::kKey:
+      PressKey(action, session);
       return true;
     default:
       return false;

@@ -78,6 +78,9 @@ bool World::Take(const Action& action) {
     case ActionKind::kAnotherInstance:
       session_.instances.SetAnotherRuns();
       return true;
+    case ActionKind::kWithoutSystemInformation:
+      session_.system_information.SetNothingKnown();
+      return true;
     case ActionKind::kWindows:
       TakeWindows(action);
       return true;

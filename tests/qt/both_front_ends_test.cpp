@@ -1,82 +1,14 @@
+#include "qt/both_front_ends.h"
+
 #include <QImage>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
-#include "adapters/headless/headless_form_host.h"
-#include "adapters/headless/headless_front_end_driver.h"
-#include "adapters/qt/qt_form_host.h"
-#include "adapters/qt/qt_front_end_driver.h"
 #include "qt/sample_form.h"
-
-// The same steps on the front end without drawing and on the one with widgets:
-// results, readings and what the form hears must be the same.
 
 namespace kestro::qt_tests {
 namespace {
 
-struct Step {
-  const char* name;
-  std::function<bool(forms::FrontEndDriver&, SampleForm&)> act;
-};
-
-/// One of the two front ends with its form.
-struct Side {
-  forms::FrontEndDriver& driver;
-  SampleForm& form;
-};
-
-std::string Show(const forms::WindowReading& reading, const std::vector<std::string>& events) {
-  std::string text = reading.caption + (reading.visible ? " visible " : " ") +
-                     std::to_string(static_cast<int>(reading.state)) + "\n";
-  for (const forms::ControlReading& control : reading.controls) {
-    text += "  " + control.name;
-    for (const std::string& item : control.texts) text += " \"" + item + "\"";
-    if (control.picture) text += " picture \"" + *control.picture + "\"";
-    if (control.index) text += " index " + std::to_string(*control.index);
-    text += std::string(control.hidden ? " hidden" : "") + (control.disabled ? " disabled" : "") +
-            (control.checked ? " checked" : "") + (control.focus ? " focus" : "") + "\n";
-  }
-  for (const std::string& event : events) text += "  event " + event + "\n";
-  return text;
-}
-
-class BothFrontEnds : public testing::Test {
- protected:
-  void Expect(const std::vector<Step>& steps) {
-    for (const Step& step : steps) {
-      const bool expected = step.act(plain_.driver, plain_.form);
-      const bool done = step.act(drawn_.driver, drawn_.form);
-      EXPECT_EQ(done, expected) << step.name;
-      plain_.driver.Settle();
-      drawn_.driver.Settle();
-      EXPECT_EQ(Show(drawn_.driver.Read(drawn_.form), drawn_.form.events),
-                Show(plain_.driver.Read(plain_.form), plain_.form.events))
-          << step.name;
-    }
-  }
-
-  adapters::HeadlessFormHost headless_;
-  adapters::HeadlessFrontEndDriver headless_driver_{headless_};
-  SampleForm headless_form_{headless_};
-  adapters::EventBoundary boundary_;
-  adapters::QtFormHost qt_{boundary_, [](std::string_view path) { return std::string(path); }};
-  adapters::QtFrontEndDriver qt_driver_{qt_};
-  SampleForm qt_form_{qt_};
-  Side plain_{headless_driver_, headless_form_};
-  Side drawn_{qt_driver_, qt_form_};
-};
-
-const Step kShow{"show", [](auto&, SampleForm& form) {
-                   form.Show();
-                   return true;
-                 }};
-
-Step Do(const char* name, std::function<void(SampleForm&)> act) {
-  return {name, [act = std::move(act)](auto&, SampleForm& form) {
-            act(form);
-            return true;
-          }};
-}
+using BothFrontEnds = OnBothFrontEnds<SampleForm>;
 
 TEST_F(BothFrontEnds, ActionsReachTheModelAndAreReadBack) {
   Expect(

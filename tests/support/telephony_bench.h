@@ -141,6 +141,7 @@ class TelephonyBench final : public telephony::LineEventReceiver,
   void CopyFileTo(std::string_view, std::string_view, bool) override { Refuse(); }
   int FileAttributes(std::string_view) const override { Refuse(); }
   std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { Refuse(); }
+  std::string ReadStart(std::string_view, std::size_t) const override { Refuse(); }
   std::string ProgramFolder() const override { return "C:\\Program"; }
   std::string UserDataFolder() const override { return "C:\\Data"; }
   ports::BoxAnswer Show(std::string_view text, int) override {

@@ -15,6 +15,7 @@ bool TakesKeyboard(const Control& control) {
     case ControlKind::kTextBox:
     case ControlKind::kComboBox:
     case ControlKind::kCheckBox:
+    case ControlKind::kGrid:
       return true;
     default:
       return false;

@@ -1,5 +1,8 @@
 #include "adapters/headless/headless_front_end_driver.h"
 
+#include <algorithm>
+
+#include "adapters/headless/headless_keyboard.h"
 #include "base/text.h"
 
 namespace kestro::adapters {
@@ -20,18 +23,54 @@ void ReadTabPages(const forms::TabPages& pages, ControlReading& reading) {
   reading.index = pages.tab();
 }
 
+void ReadComboBox(const forms::ComboBox& combo, ControlReading& reading) {
+  reading.texts = combo.items();
+  reading.index = combo.list_index();
+  if (combo.style() == forms::ComboBox::Style::kEditable) reading.typed = combo.text();
+}
+
+void ReadGrid(const forms::Grid& grid, ControlReading& reading) {
+  for (const auto& column : grid.columns()) reading.texts.push_back(column.caption);
+  forms::GridReading& shown = reading.grid.emplace();
+  shown.row_count = grid.row_count();
+  shown.selected_row = grid.selected_row();
+  for (std::int64_t row = 0; row < std::min(shown.row_count, forms::GridReading::kMostRows); ++row) {
+    auto& cells = shown.rows.emplace_back();
+    for (int column = 0; column < static_cast<int>(grid.columns().size()); ++column) {
+      cells.push_back(grid.Cell(row, column));
+    }
+  }
+}
+
+void ReadToolBar(const forms::ToolBar& bar, ControlReading& reading) {
+  for (int number = 1; number <= bar.count(); ++number) {
+    const forms::ToolBar::Item& item = bar.item(number);
+    const bool gap = item.picture.empty();
+    reading.texts.push_back(gap ? std::string() : item.tool_tip);
+    if (gap) continue;
+    if (!item.visible) {
+      reading.hidden_buttons.push_back(number);
+    } else if (!item.enabled) {
+      reading.disabled_buttons.push_back(number);
+    }
+  }
+}
+
 /// What the control shows by its kind.
 void ReadContent(const Control& control, ControlReading& reading) {
   switch (control.kind()) {
     case ControlKind::kTextBox:
       reading.texts = {dynamic_cast<const forms::TextBox&>(control).text()};
       break;
-    case ControlKind::kComboBox: {
-      const auto& combo = dynamic_cast<const forms::ComboBox&>(control);
-      reading.texts = combo.items();
-      reading.index = combo.list_index();
+    case ControlKind::kComboBox:
+      ReadComboBox(dynamic_cast<const forms::ComboBox&>(control), reading);
       break;
-    }
+    case ControlKind::kGrid:
+      ReadGrid(dynamic_cast<const forms::Grid&>(control), reading);
+      break;
+    case ControlKind::kToolBar:
+      ReadToolBar(dynamic_cast<const forms::ToolBar&>(control), reading);
+      break;
     case ControlKind::kTabPages:
       ReadTabPages(dynamic_cast<const forms::TabPages&>(control), reading);
       break;
@@ -54,6 +93,11 @@ void ReadContent(const Control& control, ControlReading& reading) {
       reading.texts = {dynamic_cast<const forms::CaptionedControl&>(control).caption()};
       break;
   }
+}
+
+/// What of a typed text fits; a limit of 0 is none.
+std::string_view WithinLimit(std::string_view text, int limit) {
+  return limit > 0 ? base::FirstCharacters(text, static_cast<std::size_t>(limit)) : text;
 }
 
 }  // namespace
@@ -85,12 +129,14 @@ bool HeadlessFrontEndDriver::Click(forms::Form& form, Control& control) {
   return true;
 }
 
-bool HeadlessFrontEndDriver::Type(forms::Form& form, forms::TextBox& control, std::string_view text) {
-  if (!Reachable(form, control) || control.read_only()) return false;
+bool HeadlessFrontEndDriver::Type(forms::Form& form, Control& control, std::string_view text) {
+  if (!Reachable(form, control) || !TakesText(control)) return false;
   host_.FocusControl(form, control);
-  const bool limited = control.max_length() > 0;
-  control.SetText(limited ? base::FirstCharacters(text, static_cast<std::size_t>(control.max_length()))
-                          : text);
+  if (auto* box = dynamic_cast<forms::TextBox*>(&control)) {
+    box->SetText(WithinLimit(text, box->max_length()));
+  } else if (auto* combo = dynamic_cast<forms::ComboBox*>(&control)) {
+    combo->SetText(WithinLimit(text, combo->max_length()));
+  }
   return true;
 }
 
@@ -112,6 +158,41 @@ bool HeadlessFrontEndDriver::Check(forms::Form& form, forms::CheckBox& control, 
   if (!Reachable(form, control)) return false;
   host_.FocusControl(form, control);
   if ((control.value() != 0) != checked) control.SetValue(checked ? 1 : 0);
+  return true;
+}
+
+bool HeadlessFrontEndDriver::PressRow(forms::Form& form, forms::Grid& grid, std::int64_t row) {
+  if (!Reachable(form, grid) || row < forms::Grid::kNoRow || row >= grid.row_count()) return false;
+  host_.FocusControl(form, grid);
+  grid.PressRow(row);
+  return true;
+}
+
+bool HeadlessFrontEndDriver::DoubleClickRow(forms::Form& form, forms::Grid& grid, std::int64_t row) {
+  if (!PressRow(form, grid, row)) return false;
+  const bool on_selected_row = row != forms::Grid::kNoRow && grid.selected_row() == row;
+  if (on_selected_row && Reachable(form, grid)) grid.DoubleClick();
+  return true;
+}
+
+bool HeadlessFrontEndDriver::PressHeader(forms::Form& form, forms::Grid& grid, int column) {
+  const bool there = column >= 0 && column < static_cast<int>(grid.columns().size());
+  if (!there || !Reachable(form, grid)) return false;
+  host_.FocusControl(form, grid);
+  grid.PressHeader(column);
+  return true;
+}
+
+bool HeadlessFrontEndDriver::PressTool(forms::Form& form, forms::ToolBar& bar, int number) {
+  if (!Reachable(form, bar) || !bar.CanPress(number)) return false;
+  bar.Press(number);
+  return true;
+}
+
+bool HeadlessFrontEndDriver::PressKey(forms::Form& form, const forms::Key& key) {
+  if (!WindowReachable(form) || !form.visible()) return false;
+  host_.BringToFront(form);
+  PressKeyIn(form, host_.Focus(form), key);
   return true;
 }
 

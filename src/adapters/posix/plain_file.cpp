@@ -1,5 +1,6 @@
 #include "adapters/posix/plain_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -26,18 +27,24 @@ FileDescriptor OpenPlainFile(const std::string& path) {
   return file;
 }
 
-std::string ReadToEnd(const FileDescriptor& file, std::size_t most_bytes) {
+std::string ReadUpTo(const FileDescriptor& file, std::size_t most_bytes) {
   std::string content;
   std::array<char, kBlockBytes> block{};
-  while (true) {
-    const ssize_t count = ::read(file.get(), block.data(), block.size());
+  while (content.size() < most_bytes) {
+    const ssize_t count =
+        ::read(file.get(), block.data(), std::min(block.size(), most_bytes - content.size()));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) Raise();
-    if (count == 0) return content;
-    const auto size = static_cast<std::size_t>(count);
-    if (size > most_bytes - content.size()) throw base::RuntimeError(base::kOutOfMemory, "File too large");
-    content.append(block.data(), size);
+    if (count == 0) break;
+    content.append(block.data(), static_cast<std::size_t>(count));
   }
+  return content;
+}
+
+std::string ReadToEnd(const FileDescriptor& file, std::size_t most_bytes) {
+  std::string content = ReadUpTo(file, most_bytes + 1);
+  if (content.size() > most_bytes) throw base::RuntimeError(base::kOutOfMemory, "File too large");
+  return content;
 }
 
 }  // namespace kestro::adapters

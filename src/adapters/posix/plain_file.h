@@ -16,4 +16,7 @@ namespace kestro::adapters {
 /// `most_bytes`, also when the file grows meanwhile; 75 when it cannot be read.
 [[nodiscard]] std::string ReadToEnd(const FileDescriptor& file, std::size_t most_bytes);
 
+/// At most `most_bytes` from the descriptor's position on; 75 when it cannot be read.
+[[nodiscard]] std::string ReadUpTo(const FileDescriptor& file, std::size_t most_bytes);
+
 }  // namespace kestro::adapters

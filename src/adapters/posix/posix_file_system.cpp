@@ -62,6 +62,10 @@ int PosixFileSystem::FileAttributes(std::string_view path) const {
   return (writable ? 0 : kReadOnlyAttribute) | (S_ISDIR(*mode) ? kFolderAttribute : 0);
 }
 
+std::string PosixFileSystem::ReadStart(std::string_view path, std::size_t most_bytes) const {
+  return ReadUpTo(OpenPlainFile(paths_.ToNative(path)), most_bytes);
+}
+
 std::string PosixFileSystem::ReadTextLinesJoined(std::string_view path, std::size_t most_bytes) const {
   std::string text = ReadToEnd(OpenPlainFile(paths_.ToNative(path)), most_bytes);
   std::erase_if(text, [](char byte) { return byte == '\r' || byte == '\n'; });

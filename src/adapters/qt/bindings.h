@@ -2,6 +2,7 @@
 
 #include "adapters/qt/control_binding.h"
 #include "forms/controls.h"
+#include "forms/grid.h"
 
 namespace kestro::adapters {
 
@@ -14,5 +15,7 @@ namespace kestro::adapters {
 [[nodiscard]] std::unique_ptr<ControlBinding> BindFrame(forms::Frame&, QWidget& parent, BindingOwner&);
 [[nodiscard]] std::unique_ptr<ControlBinding> BindTabPages(forms::TabPages&, QWidget& parent, BindingOwner&);
 [[nodiscard]] std::unique_ptr<ControlBinding> BindPicture(forms::Picture&, QWidget& parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> BindGrid(forms::Grid&, QWidget& parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> BindToolBar(forms::ToolBar&, QWidget& parent, BindingOwner&);
 
 }  // namespace kestro::adapters

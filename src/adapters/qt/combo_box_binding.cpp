@@ -1,11 +1,14 @@
 #include <algorithm>
+#include <limits>
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QWheelEvent>
 
 #include "adapters/qt/bindings.h"
 #include "adapters/qt/qt_text.h"
+#include "adapters/qt/typing_limit.h"
 
 namespace kestro::adapters {
 namespace {
@@ -29,6 +32,7 @@ class ComboBoxBinding final : public ControlBinding {
     widget_.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     widget_.setMinimumContentsLength(kFewestCharacters);
     widget_.view()->setTextElideMode(Qt::ElideRight);
+    if (combo.style() == forms::ComboBox::Style::kEditable) MakeEditable();
     // Unlike a change of the index, this comes from the user only.
     QObject::connect(&widget_, &QComboBox::activated, &widget_, [this](int index) {
       this->owner().UserActed(combo_, [this, index] { combo_.SetListIndex(index); });
@@ -38,9 +42,27 @@ class ComboBoxBinding final : public ControlBinding {
   [[nodiscard]] QWidget& widget() const override { return widget_; }
 
  private:
+  void MakeEditable() {
+    widget_.setEditable(true);
+    widget_.setInsertPolicy(QComboBox::NoInsert);
+    widget_.setCompleter(nullptr);
+    widget_.lineEdit()->setMaxLength(std::numeric_limits<int>::max());  // what the program sets is not cut
+    QObject::connect(widget_.lineEdit(), &QLineEdit::textEdited, &widget_, [this] { Edited(); });
+  }
+  void Edited() {
+    QLineEdit& field = *widget_.lineEdit();
+    const LimitedText limited = LimitTyping(ToQString(combo_.text()), field.text(), combo_.max_length());
+    const bool whole = limited.text == field.text();
+    const int cursor = whole ? field.cursorPosition() : static_cast<int>(limited.cursor);
+    owner().UserActed(combo_, [&] { combo_.SetText(ToUtf8(limited.text)); });
+    field.setCursorPosition(cursor);
+  }
   void SyncContent() override {
     SyncItems();
-    widget_.setCurrentIndex(combo_.list_index());
+    // Either of the two writes the other, too.
+    if (widget_.currentIndex() != combo_.list_index()) widget_.setCurrentIndex(combo_.list_index());
+    const QString text = ToQString(combo_.text());
+    if (widget_.isEditable() && widget_.currentText() != text) widget_.setEditText(text);
   }
   void SyncItems() {
     const std::vector<std::string>& items = combo_.items();
@@ -63,6 +85,7 @@ class ComboBoxBinding final : public ControlBinding {
   void ReadContent(forms::ControlReading& reading) const override {
     for (int i = 0; i < widget_.count(); ++i) reading.texts.push_back(ToUtf8(widget_.itemText(i)));
     reading.index = widget_.currentIndex();
+    if (widget_.isEditable()) reading.typed = ToUtf8(widget_.currentText());
   }
 
   forms::ComboBox& combo_;

@@ -30,7 +30,8 @@ bool IsTall(const forms::Control& control) {
   if (const auto* box = dynamic_cast<const forms::TextBox*>(&control)) {
     return box->lines() == forms::TextBox::Lines::kMany;
   }
-  return control.kind() == ControlKind::kPicture || control.kind() == ControlKind::kFrame;
+  const ControlKind kind = control.kind();
+  return kind == ControlKind::kPicture || kind == ControlKind::kFrame || kind == ControlKind::kGrid;
 }
 
 /// A caption stands at the first line of a tall neighbour, else in the middle of its row.

@@ -40,6 +40,9 @@ class ControlBinding {
     return nullptr;
   }
 
+  /// The control is going before its window: it must not be asked for anything any more.
+  virtual void Detach() {}
+
   /// Brings the widget in step with the model. Raises no event.
   void Sync();
   [[nodiscard]] forms::ControlReading Read() const;

@@ -26,6 +26,10 @@ std::unique_ptr<ControlBinding> MakeByKind(forms::Control& control, QWidget& par
       return BindTabPages(dynamic_cast<forms::TabPages&>(control), parent, owner);
     case ControlKind::kPicture:
       return BindPicture(dynamic_cast<forms::Picture&>(control), parent, owner);
+    case ControlKind::kGrid:
+      return BindGrid(dynamic_cast<forms::Grid&>(control), parent, owner);
+    case ControlKind::kToolBar:
+      return BindToolBar(dynamic_cast<forms::ToolBar&>(control), parent, owner);
     case ControlKind::kMenuItem:
       break;
   }

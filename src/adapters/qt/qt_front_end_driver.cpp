@@ -35,7 +35,9 @@ forms::ControlReading ReadControl(QtWindow& window, const Control& control) {
   return reading;
 }
 
+/// The user cannot type into it.
 bool IsReadOnly(const QWidget& widget) {
+  if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) return !combo->isEditable();
   if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) return line->isReadOnly();
   if (const auto* lines = qobject_cast<const QPlainTextEdit*>(&widget)) return lines->isReadOnly();
   return true;
@@ -82,7 +84,7 @@ void QtFrontEndDriver::PressButton(QtWindow& window, const Control& control, QWi
   if (!widget.isVisible()) {  // of the tray window
     qobject_cast<QAbstractButton*>(&widget)->click();
   } else if (qobject_cast<QCheckBox*>(&widget) != nullptr) {
-    PressKey(widget, Qt::Key_Space);
+    adapters::PressKey(widget, Qt::Key_Space);  // not the driver's own
   } else {
     PressMouse(widget, widget.rect().center());
   }
@@ -98,11 +100,12 @@ bool QtFrontEndDriver::Click(Form& form, Control& control) {
   return Done();
 }
 
-bool QtFrontEndDriver::Type(Form& form, forms::TextBox& control, std::string_view text) {
+bool QtFrontEndDriver::Type(Form& form, Control& control, std::string_view text) {
   QWidget* widget = ReachableWidget(form, control);
   if (widget == nullptr || IsReadOnly(*widget)) return false;
   host_.Window(form)->FocusControl(control);
-  TypeOver(*widget, ToQString(text));
+  auto* combo = qobject_cast<QComboBox*>(widget);
+  TypeOver(combo == nullptr ? *widget : *combo->lineEdit(), ToQString(text));
   return Done();
 }
 

@@ -18,9 +18,14 @@ class QtFrontEndDriver final : public forms::FrontEndDriver {
       : host_(host), tray_window_(tray_window) {}
 
   bool Click(forms::Form& form, forms::Control& control) override;
-  bool Type(forms::Form& form, forms::TextBox& control, std::string_view text) override;
+  bool Type(forms::Form& form, forms::Control& control, std::string_view text) override;
   bool Choose(forms::Form& form, forms::Control& control, int index) override;
   bool Check(forms::Form& form, forms::CheckBox& control, bool checked) override;
+  bool PressRow(forms::Form& form, forms::Grid& grid, std::int64_t row) override;
+  bool DoubleClickRow(forms::Form& form, forms::Grid& grid, std::int64_t row) override;
+  bool PressHeader(forms::Form& form, forms::Grid& grid, int column) override;
+  bool PressTool(forms::Form& form, forms::ToolBar& bar, int number) override;
+  bool PressKey(forms::Form& form, const forms::Key& key) override;
   void Close(forms::Form& form, int unload_mode) override;
   [[nodiscard]] forms::WindowReading Read(forms::Form& form) override;
   void Settle() override;

@@ -6,12 +6,22 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "adapters/qt/qt_keys.h"
 #include "adapters/qt/qt_text.h"
 #include "forms/form.h"
 
 namespace kestro::adapters {
 
 using forms::MenuItem;
+
+namespace {
+
+/// The key behind the caption, where the toolkit does not write it itself.
+QString ShownKey(const MenuItem& item) {
+  return IsEnterShortcut(item.shortcut()) ? QStringLiteral("\tEnter") : QString();
+}
+
+}  // namespace
 
 QtMenus::QtMenus(const forms::Form& form, QWidget& window, BindingOwner& owner)
     : window_(window), owner_(owner) {
@@ -40,6 +50,7 @@ void QtMenus::Add(const MenuItem& item) {
   }
   entry.action->setObjectName(ObjectName(item));
   entry.action->setMenuRole(QAction::NoRole);
+  entry.action->setAutoRepeat(false);
   entry.action->setSeparator(item.role() == MenuItem::Role::kSeparator);
   entries_[&item] = entry;
   for (const MenuItem* child : item.children()) Add(*child);
@@ -81,13 +92,25 @@ QMenu* QtMenus::FirstPopup() const {
   return root == roots_.end() ? nullptr : entries_.at(*root).menu;
 }
 
+QAction* QtMenus::EnterAction() const {
+  for (const auto& [control, entry] : entries_) {
+    const auto* item = dynamic_cast<const MenuItem*>(control);
+    const MenuItem* root = item;
+    while (root->parent_item() != nullptr) root = root->parent_item();
+    const bool in_bar = root->role() == MenuItem::Role::kBar;
+    if (in_bar && IsEnterShortcut(item->shortcut()) && Reachable(*item)) return entry.action;
+  }
+  return nullptr;
+}
+
 bool QtMenus::Knows(const forms::Control& control) const { return entries_.contains(&control); }
 
 void QtMenus::Show(const MenuItem& item) {
   Entry& entry = entries_.at(&item);
   entry.shown = item.visible();
-  entry.action->setText(ToQString(item.caption()));
+  entry.action->setText(ToQString(item.caption()) + ShownKey(item));
   entry.action->setEnabled(item.enabled());
+  entry.action->setShortcut(ShortcutKeys(item.shortcut()));
   // Room for a check mark only where there is one.
   entry.action->setCheckable(item.checked());
   entry.action->setChecked(item.checked());
@@ -124,7 +147,8 @@ forms::ControlReading QtMenus::Read(const MenuItem& item) const {
   const Entry& entry = entries_.at(&item);
   forms::ControlReading reading;
   reading.name = ReadingName(item);
-  if (!entry.action->isSeparator()) reading.texts = {ToUtf8(entry.action->text())};
+  if (!entry.action->isSeparator())
+    reading.texts = {ToUtf8(entry.action->text().chopped(ShownKey(item).size()))};
   reading.checked = entry.action->isChecked();
   reading.disabled = !entry.action->isEnabled();
   reading.hidden = !entry.shown;

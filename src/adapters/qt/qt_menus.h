@@ -21,6 +21,8 @@ class QtMenus {
 
   /// nullptr when the window has no menu bar.
   [[nodiscard]] QMenuBar* bar() const { return bar_; }
+  /// The entry of the menu bar that Enter chooses, nullptr when there is none in reach.
+  [[nodiscard]] QAction* EnterAction() const;
   /// The first pop-up menu, nullptr when there is none.
   [[nodiscard]] QMenu* FirstPopup() const;
 

@@ -40,6 +40,14 @@ QString WithoutMnemonic(const QString& caption) {
   return plain;
 }
 
+QString AsToolTip(const QString& text) {
+  if (text.isEmpty()) return {};
+  QString markup = text.toHtmlEscaped();
+  markup.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+      .replace(QLatin1Char('\n'), QLatin1String("<br>"));
+  return QLatin1String("<qt>") + markup + QLatin1String("</qt>");
+}
+
 QStringList WrappedLines(const QString& text, const QFont& font, int width) {
   QString normal = text;
   normal.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));

@@ -15,6 +15,9 @@ namespace kestro::adapters {
 /// The caption as it is read aloud: "&File" is "File", "&&" is "&".
 [[nodiscard]] QString WithoutMnemonic(const QString& caption);
 
+/// The text as a tool tip: never taken for markup, wrapped where it is long.
+[[nodiscard]] QString AsToolTip(const QString& text);
+
 /// Lines of the text at most `width` pixels wide: broken between words where
 /// possible, inside a word where not. Line breaks of the text stay. At least one line.
 [[nodiscard]] QStringList WrappedLines(const QString& text, const QFont& font, int width);

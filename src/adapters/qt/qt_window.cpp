@@ -1,15 +1,20 @@
 #include "adapters/qt/qt_window.h"
 
+#include <algorithm>
+
 #include <QAbstractButton>
+#include <QAction>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "adapters/qt/caption_label.h"
 #include "adapters/qt/container_layout.h"
+#include "adapters/qt/qt_keys.h"
 #include "adapters/qt/qt_text.h"
 
 namespace kestro::adapters {
@@ -34,6 +39,7 @@ QtWindow::QtWindow(Form& form, forms::WindowHandle handle, EventBoundary& bounda
   BuildControls();
   LayOut();
   ConnectLabels();
+  BuildShortcuts();
   for (const auto& binding : bindings_) binding->Sync();
   SyncWindow();
 }
@@ -101,8 +107,19 @@ void QtWindow::ConnectLabels() {
   }
 }
 
+void QtWindow::BuildShortcuts() {
+  for (const Form::Shortcut& shortcut : form_->shortcuts()) {
+    const QKeySequence keys = ShortcutKeys(shortcut.key);
+    if (keys.isEmpty()) continue;
+    auto* made = new QShortcut(keys, this);
+    made->setAutoRepeat(false);
+    connect(made, &QShortcut::activated, this, [this, handler = shortcut.handler] { RunShortcut(handler); });
+  }
+}
+
 void QtWindow::Detach() {
   form_ = nullptr;
+  for (const auto& binding : bindings_) binding->Detach();
   Disappear();
 }
 
@@ -161,8 +178,8 @@ bool QtWindow::event(QEvent* event) {
 
 void QtWindow::keyPressEvent(QKeyEvent* event) {
   bool pressed = false;
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    pressed = PressButton(forms::Button::Role::kDefault);
+  if (form_ != nullptr && IsEnter(*event)) {
+    pressed = PressEnter();
   } else if (event->key() == Qt::Key_Escape) {
     pressed = PressButton(forms::Button::Role::kCancel);
   }
@@ -179,6 +196,32 @@ bool QtWindow::PressButton(forms::Button::Role role) {
     return true;
   }
   return false;
+}
+
+/// In a grid Enter is for its rows rather than for the button.
+bool QtWindow::PressEnter() {
+  const Control* focus = FocusedControl();
+  const bool in_grid = focus != nullptr && focus->kind() == forms::ControlKind::kGrid;
+  if (!in_grid && PressButton(forms::Button::Role::kDefault)) return true;
+  if (RunEnterShortcut()) return true;
+  return in_grid && PressButton(forms::Button::Role::kDefault);
+}
+
+bool QtWindow::RunEnterShortcut() {
+  if (QAction* action = menus_->EnterAction()) {
+    action->trigger();
+    return true;
+  }
+  const auto& shortcuts = form_->shortcuts();
+  const auto found = std::find_if(shortcuts.begin(), shortcuts.end(),
+                                  [](const auto& shortcut) { return IsEnterShortcut(shortcut.key); });
+  if (found == shortcuts.end()) return false;
+  RunShortcut(found->handler);
+  return true;
+}
+
+void QtWindow::RunShortcut(const forms::Handler& handler) {
+  if (form_ != nullptr && handler) boundary_.Run(EventBoundary::Cause::kUser, handler);
 }
 
 }  // namespace kestro::adapters

@@ -77,10 +77,15 @@ class QtWindow final : public QWidget, private BindingOwner {
   void BuildControls();
   void LayOut();
   void ConnectLabels();
+  void BuildShortcuts();
   [[nodiscard]] QWidget* WidgetOf(const forms::Control& control) const;
   [[nodiscard]] QWidget& HolderOf(const forms::Container* container);
   /// Presses the button of that role if the user could.
   bool PressButton(forms::Button::Role role);
+  /// Enter that no control has used: a button or a shortcut; false when there is neither.
+  bool PressEnter();
+  bool RunEnterShortcut();
+  void RunShortcut(const forms::Handler& handler);
 
   void FitToContent();
   /// Once for all changes of the event being handled.

@@ -16,7 +16,7 @@ using forms::ControlKind;
 bool TakesKeyboard(const Control& control) {
   const ControlKind kind = control.kind();
   return kind == ControlKind::kButton || kind == ControlKind::kTextBox || kind == ControlKind::kComboBox ||
-         kind == ControlKind::kCheckBox;
+         kind == ControlKind::kCheckBox || kind == ControlKind::kGrid;
 }
 
 bool IsUsersReason(Qt::FocusReason reason) {

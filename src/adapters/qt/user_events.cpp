@@ -36,6 +36,12 @@ void PressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers) {
   if (guarded) SendKey(widget, QEvent::KeyRelease, key, modifiers);
 }
 
+void DoubleClickMouse(QWidget& widget, QPoint where) {
+  const QPointer<QWidget> guarded(&widget);
+  SendMouse(widget, QEvent::MouseButtonDblClick, where, Qt::LeftButton);
+  if (guarded) SendMouse(widget, QEvent::MouseButtonRelease, where, Qt::NoButton);
+}
+
 void TypeOver(QWidget& widget, const QString& text) {
   PressKey(widget, Qt::Key_A, Qt::ControlModifier);
   if (text.isEmpty()) return PressKey(widget, Qt::Key_Delete);

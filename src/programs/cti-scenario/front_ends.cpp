@@ -1,5 +1,6 @@
 #include "programs/cti-scenario/front_ends.h"
 
+#include "adapters/headless/headless_clipboard.h"
 #include "adapters/headless/headless_foreground_windows.h"
 #include "adapters/headless/headless_form_host.h"
 #include "adapters/headless/headless_front_end_driver.h"
@@ -12,6 +13,7 @@ class HeadlessFrontEnd final : public scenario::FrontEnd {
   [[nodiscard]] forms::FormHost& Host() override { return host_; }
   [[nodiscard]] forms::FrontEndDriver& Driver() override { return driver_; }
   [[nodiscard]] ports::ForegroundWindows& Foreground() override { return foreground_; }
+  [[nodiscard]] ports::Clipboard& Clipboard() override { return clipboard_; }
   void Post(std::function<void()> task) override { host_.Post(std::move(task)); }
   ports::BoxAnswer ShowBox(std::string_view /*text*/, int /*style*/, ports::BoxAnswer planned) override {
     return planned;
@@ -21,6 +23,7 @@ class HeadlessFrontEnd final : public scenario::FrontEnd {
   adapters::HeadlessFormHost host_;
   adapters::HeadlessFrontEndDriver driver_{host_};
   adapters::HeadlessForegroundWindows foreground_{host_};
+  adapters::HeadlessClipboard clipboard_;
 };
 
 class HeadlessFactory final : public FrontEndFactory {

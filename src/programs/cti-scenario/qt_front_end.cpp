@@ -5,6 +5,7 @@
 #include <QApplication>
 
 #include "adapters/qt/event_boundary.h"
+#include "adapters/qt/qt_clipboard.h"
 #include "adapters/qt/qt_event_poster.h"
 #include "adapters/qt/qt_foreground_windows.h"
 #include "adapters/qt/qt_form_host.h"
@@ -25,6 +26,7 @@ class QtFrontEnd final : public scenario::FrontEnd {
   [[nodiscard]] forms::FormHost& Host() override { return host_; }
   [[nodiscard]] forms::FrontEndDriver& Driver() override { return driver_; }
   [[nodiscard]] ports::ForegroundWindows& Foreground() override { return foreground_; }
+  [[nodiscard]] ports::Clipboard& Clipboard() override { return clipboard_; }
   void Post(std::function<void()> task) override { poster_(std::move(task)); }
   ports::BoxAnswer ShowBox(std::string_view text, int style, ports::BoxAnswer planned) override {
     planned_ = planned;
@@ -36,6 +38,7 @@ class QtFrontEnd final : public scenario::FrontEnd {
   adapters::QtFormHost host_;
   adapters::QtFrontEndDriver driver_{host_};
   adapters::QtForegroundWindows foreground_{host_};
+  adapters::QtClipboard clipboard_;
   adapters::QtEventPoster poster_{boundary_};
   ports::BoxAnswer planned_ = ports::BoxAnswer::kOk;
   adapters::QtAnsweringMessageBoxes boxes_{boundary_, kTitle,

@@ -8,6 +8,8 @@
 #include <QSessionManager>
 
 #include "adapters/posix/user_folders.h"
+#include "adapters/qt/toolkit_version.h"
+#include "adapters/sqlite/engine_version.h"
 #include "base/runtime_error.h"
 #include "generated/text_catalogue_table.h"
 #include "generated/version.h"
@@ -48,7 +50,9 @@ DesktopProgram::DesktopProgram(World world)
       boxes_(boundary_, kProductName),
       file_dialogs_(
           boundary_, [this](std::string_view path) { return NativePath(path); },
-          [this](std::string_view path) { return paths_.ToSystem(path); }) {
+          [this](std::string_view path) { return paths_.ToSystem(path); }),
+      system_information_(adapters::ToolkitVersion(), adapters::DatabaseEngineVersion()),
+      dialling_(*world_.settings, processes_, exchange_, code_page_) {
   SetUpExchange();
   // A second instance leaves the sockets to the first one; it ends by itself after its start checks.
   if (!instances_.AnotherInstanceRuns()) OpenSockets();
@@ -74,7 +78,8 @@ void DesktopProgram::MakeApplication() {
   shell_ = std::make_unique<adapters::PosixShellInformation>(tray_.ShowsBalloons());
   application_ = std::make_unique<app::Application>(
       app::Ports{exchange_, code_page_, *world_.settings, files_, notification_area_, *shell_, foreground_,
-                 boxes_, file_dialogs_, database_, log_, process_, instances_, windows_});
+                 boxes_, file_dialogs_, database_, log_, process_, instances_, windows_, dialling_,
+                 desktop_open_, system_information_, clipboard_});
 }
 
 void DesktopProgram::SetUpExchange() {

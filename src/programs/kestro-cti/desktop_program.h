@@ -5,6 +5,8 @@
 
 #include "adapters/posix/activation_socket.h"
 #include "adapters/posix/control_socket.h"
+#include "adapters/posix/desktop_open.h"
+#include "adapters/posix/detached_processes.h"
 #include "adapters/posix/iconv_code_page.h"
 #include "adapters/posix/instance_lock.h"
 #include "adapters/posix/log_file.h"
@@ -13,8 +15,10 @@
 #include "adapters/posix/posix_shell_information.h"
 #include "adapters/posix/runtime_folder.h"
 #include "adapters/posix/system_clock.h"
+#include "adapters/posix/system_information.h"
 #include "adapters/qt/desktop_tray.h"
 #include "adapters/qt/event_boundary.h"
+#include "adapters/qt/qt_clipboard.h"
 #include "adapters/qt/qt_descriptor_watcher.h"
 #include "adapters/qt/qt_event_poster.h"
 #include "adapters/qt/qt_file_dialogs.h"
@@ -27,6 +31,7 @@
 #include "app/application.h"
 #include "exchange/exchange.h"
 #include "exchange/exchange_commands.h"
+#include "programs/kestro-cti/chosen_dialling.h"
 #include "programs/kestro-cti/ending_signals.h"
 #include "programs/kestro-cti/user_world.h"
 
@@ -99,6 +104,11 @@ class DesktopProgram {
   adapters::QtMessageBoxes boxes_;
   adapters::QtFileDialogs file_dialogs_;
   adapters::QtProcessControl process_;
+  adapters::QtClipboard clipboard_;
+  adapters::DetachedProcesses processes_{socket_events_};
+  adapters::DesktopOpen desktop_open_{[this](std::string_view path) { return NativePath(path); }, processes_};
+  adapters::PosixSystemInformation system_information_;
+  ChosenDialling dialling_;
   std::unique_ptr<app::Application> application_;
   std::unique_ptr<EndingSignals> signals_;
 };

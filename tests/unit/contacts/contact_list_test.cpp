@@ -80,6 +80,7 @@ class NoFiles final : public ports::FileSystem {
   void CopyFileTo(std::string_view, std::string_view, bool) override {}
   int FileAttributes(std::string_view) const override { return 0; }
   std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { return {}; }
+  std::string ReadStart(std::string_view, std::size_t) const override { return {}; }
   std::string ProgramFolder() const override { return {}; }
   std::string UserDataFolder() const override { return {}; }
 };

@@ -1,0 +1,117 @@
+#include "core/help_pages.h"
+
+#include <filesystem>
+#include <regex>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "support/log_capture.h"
+#include "unit/support/temporary_folder.h"
+
+namespace kestro {
+namespace {
+
+namespace fs = std::filesystem;
+using test_support::ReadFile;
+
+class ProgramFolderOnly final : public ports::FileSystem {
+ public:
+  bool FileExists(std::string_view) const override { return false; }
+  bool FolderExists(std::string_view) const override { return false; }
+  void CreateFolder(std::string_view) override {}
+  void CopyFileTo(std::string_view, std::string_view, bool) override {}
+  int FileAttributes(std::string_view) const override { return 0; }
+  std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { return {}; }
+  std::string ReadStart(std::string_view, std::size_t) const override { return {}; }
+  std::string ProgramFolder() const override { return "C:\\Program"; }
+  std::string UserDataFolder() const override { return "C:\\Data"; }
+};
+
+class Shell final : public ports::ShellExecute {
+ public:
+  bool Open(std::string_view target) override {
+    opened = target;
+    return works;
+  }
+  bool works = true;
+  std::string opened;
+};
+
+TEST(HelpPages, TheStartPageOfTheProgramsFolderIsOpened) {
+  test::LogCapture capture;
+  core::LogModule log(capture);
+  ProgramFolderOnly files;
+  core::SharedFunctions shared(log, files);
+  Shell shell;
+  core::HelpPages pages(log, shared, shell);
+  pages.Open();
+  EXPECT_EQ("C:\\Program\\Help\\index.html", shell.opened);
+  shell.works = false;
+  EXPECT_THROW(pages.Open(), base::RuntimeError);
+}
+
+// --- the pages themselves, as the build has put them beside the program ---
+
+const fs::path kHelp = fs::path(KESTRO_PROGRAM_DIR) / "Help";
+
+/// Pictures of windows that the program does not have yet.
+const std::set<std::string> kToCome = {"contact-list", "contact-editor", "custom-fields", "internal-lines",
+                                       "import"};
+
+bool IsToCome(const std::string& picture) {
+  const std::string name = fs::path(picture).stem().string();
+  return kToCome.contains(name.substr(0, name.find('@')));
+}
+
+std::vector<fs::path> Pages() {
+  std::vector<fs::path> pages;
+  for (const auto& entry : fs::directory_iterator(kHelp)) {
+    if (entry.path().extension() == ".html") pages.push_back(entry.path());
+  }
+  return pages;
+}
+
+/// The values of href, src and the first file of srcset.
+std::vector<std::string> ReferencesIn(const std::string& html) {
+  static const std::regex kReference("(?:href|src|srcset)=\"([^\" ]*)");
+  std::vector<std::string> references;
+  for (std::sregex_iterator match(html.begin(), html.end(), kReference), end; match != end; ++match) {
+    references.push_back((*match)[1]);
+  }
+  return references;
+}
+
+TEST(HelpPagesInTheProgramFolder, LeadOnlyToWhatIsThere) {
+  ASSERT_TRUE(fs::exists(kHelp / "index.html"));
+  std::set<std::string> reached = {"index.html"};
+  for (const fs::path& page : Pages()) {
+    for (const std::string& reference : ReferencesIn(ReadFile(page))) {
+      const bool picture_to_come = reference.ends_with(".png") && IsToCome(reference);
+      EXPECT_EQ(!picture_to_come, fs::exists(kHelp / reference)) << page.filename() << ": " << reference;
+      if (page.filename() == "index.html") reached.insert(reference);
+    }
+  }
+  for (const fs::path& page : Pages()) {
+    EXPECT_TRUE(reached.contains(page.filename().string())) << page.filename() << " is not in the start page";
+  }
+}
+
+TEST(HelpPagesInTheProgramFolder, CanBeReadByEverybody) {
+  static const std::regex kPicture("<img [^>]*>");
+  for (const fs::path& page : Pages()) {
+    const std::string html = ReadFile(page);
+    for (const char* part : {"<!DOCTYPE html>", "<html lang=\"en\">", "<meta charset=\"utf-8\">", "<title>",
+                             "<meta name=\"viewport\"", "<main", "<h1>"}) {
+      EXPECT_NE(std::string::npos, html.find(part)) << page.filename() << ": " << part;
+    }
+    EXPECT_EQ(std::string::npos, html.find("http")) << page.filename() << " needs no network";
+    EXPECT_EQ(std::string::npos, html.find("<script")) << page.filename();
+    for (std::sregex_iterator match(html.begin(), html.end(), kPicture), end; match != end; ++match) {
+      EXPECT_NE(std::string::npos, match->str().find("alt=\"")) << page.filename() << ": " << match->str();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace kestro

@@ -1,0 +1,49 @@
+#include "core/picture_size.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace kestro::core {
+namespace {
+
+using namespace std::string_literals;
+
+std::string Png(const std::string& size) { return "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR"s + size; }
+std::string Bitmap(const std::string& size) { return "BM"s + std::string(16, '\0') + size; }
+
+TEST(PictureSizeTest, EveryKindTellsItsSize) {
+  struct Row {
+    std::string start;
+    std::uint32_t width;
+    std::uint32_t height;
+  };
+  for (const Row& row :
+       {Row{Png("\0\0\x01\x02\0\0\0\x03"s), 0x102, 3},
+        {"GIF89a\x02\x01\x03\x00"s, 0x102, 3},
+        {Bitmap("\x02\x01\0\0\x03\0\0\0"s), 0x102, 3},
+        {Bitmap("\x02\x01\0\0\xFD\xFF\xFF\xFF"s), 0x102, 3},  // from the top down
+        {"\xFF\xD8\xFF\xE0\x00\x04xx\xFF\xC4\x00\x03x\xFF\xFF\xC2\x00\x11\x08\x00\x03\x01\x02"s, 0x102, 3}}) {
+    const auto size = ReadPictureSize(row.start);
+    ASSERT_TRUE(size) << row.start;
+    EXPECT_EQ(size->width, row.width);
+    EXPECT_EQ(size->height, row.height);
+    for (std::size_t length = 0; length < row.start.size(); ++length) {
+      EXPECT_FALSE(ReadPictureSize(row.start.substr(0, length))) << length;
+    }
+  }
+}
+
+TEST(PictureSizeTest, RefusesWhatCannotBeShown) {
+  EXPECT_TRUE(IsShowablePicture(Png("\0\0\x1F\x40\0\0\x1F\x40"s)));   // 8000 x 8000
+  EXPECT_FALSE(IsShowablePicture(Png("\0\0\x1F\x41\0\0\x1F\x40"s)));  // one column more
+  EXPECT_FALSE(IsShowablePicture(Png("\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s)));
+  EXPECT_FALSE(IsShowablePicture(Png("\0\0\0\0\0\0\0\x01"s)));
+  for (const auto& start : {""s, "not a picture"s, "\xFF\xD8\xFF\xE0\x00\x01"s, "\xFF\xD8\x00\x00\x00\x00"s,
+                            "\xFF\xD8"s + std::string(100, '\xFF')}) {
+    EXPECT_FALSE(IsShowablePicture(start)) << start;
+  }
+}
+
+}  // namespace
+}  // namespace kestro::core

@@ -1,0 +1,153 @@
+#include "adapters/posix/command_dialling.h"
+
+#include <gtest/gtest.h>
+
+#include "adapters/posix/desktop_open.h"
+#include "ports/memory_settings_store.h"
+#include "unit/posix/posix_support.h"
+#include "unit/posix/process_support.h"
+
+namespace kestro {
+namespace {
+
+using test::ErrorNumberOf;
+using test::WriteArgumentScript;
+using test::WriteScript;
+
+/// A world whose only programs are those that a test writes into the folder.
+class WithPrograms : public testing::Test {
+ protected:
+  /// What the argument script was given, and forgets it.
+  std::string TakeArguments() {
+    const auto file = folder_.File("arguments");
+    if (!std::filesystem::exists(file)) return "nothing ran";
+    std::string arguments = test_support::ReadFile(file);
+    std::filesystem::remove(file);
+    return arguments;
+  }
+
+  test_support::TemporaryFolder folder_;
+  test::ScopedEnvironment path_{"PATH", (folder_.path().string() + ":/usr/bin:/bin").c_str()};
+  test::PollingWatcher watcher_;
+  adapters::DetachedProcesses processes_{watcher_};
+};
+
+class CommandDialling : public WithPrograms {
+ protected:
+  void SetCommand(const std::string& command) {
+    settings_.CreateKey(adapters::kDiallingKey);
+    settings_.SetValue(adapters::kDiallingKey, adapters::kDiallingCommand, command);
+  }
+  std::int32_t Dial(std::string_view number) {
+    return ErrorNumberOf([&] { dialling_.CreateDialCom()->Dial(number); });
+  }
+
+  ports::MemorySettingsStore settings_;
+  adapters::CommandDialling dialling_{settings_, processes_};
+};
+
+TEST_F(CommandDialling, TheNumberIsOneArgumentWhateverItHolds) {
+  WriteArgumentScript(folder_, "dialler");
+  SetCommand("dialler --line 'EXT 101' %n");
+  EXPECT_TRUE(dialling_.Configured());
+  for (const char* number : {"602 111 222", "$(touch x) `id` ; rm -rf ~ | & > y", "'\"\\ *", "%n %s", "é"}) {
+    EXPECT_EQ(0, Dial(number)) << number;
+    EXPECT_EQ("<--line>\n<EXT 101>\n<" + std::string(number) + ">\n", TakeArguments());
+  }
+}
+
+TEST_F(CommandDialling, WithoutACommandTheDesktopsTelephoneProgramIsAsked) {
+  WriteArgumentScript(folder_, "xdg-open");
+  EXPECT_FALSE(dialling_.Configured());
+  EXPECT_EQ(0, Dial("+420 602-111"));
+  EXPECT_EQ("<tel:+420602111>\n", TakeArguments());
+  SetCommand("   ");
+  EXPECT_FALSE(dialling_.Configured());
+  SetCommand(" tel: ");
+  EXPECT_TRUE(dialling_.Configured());
+  EXPECT_EQ(0, Dial("*21#"));
+  EXPECT_EQ("<tel:*21%23>\n", TakeArguments());
+}
+
+TEST_F(CommandDialling, FailuresAreRaised) {
+  WriteArgumentScript(folder_, "dialler");
+  WriteScript(folder_, "busy", "exit 3");
+  const struct {
+    const char* command;
+    const char* number;
+    std::int32_t error;
+  } cases[] = {{"kestro-no-such-dialler", "602", 53},
+               {"busy", "602", 440},
+               {"dialler \"x", "602", 5},
+               {"dialler", "", 5},
+               {"dialler", "  ", 5},
+               {"dialler", "--help", 5},
+               {"\"\"", "602", 53},
+               {"%n", "602", 53}};
+  for (const auto& entry : cases) {
+    SetCommand(entry.command);
+    EXPECT_EQ(entry.error, Dial(entry.number)) << entry.command << " " << entry.number;
+    EXPECT_EQ("nothing ran", TakeArguments());
+  }
+}
+
+TEST_F(CommandDialling, ACommandThatGoesOnHasSucceeded) {
+  SetCommand("sleep");
+  const auto before = std::chrono::steady_clock::now();
+  EXPECT_EQ(0, Dial("3"));
+  EXPECT_GE(adapters::CommandDialling::kPatience + std::chrono::milliseconds(500),
+            std::chrono::steady_clock::now() - before);
+  EXPECT_TRUE(watcher_.RunUntil([&] { return processes_.running() == 0; }));
+}
+
+class DesktopOpen : public WithPrograms {
+ protected:
+  DesktopOpen() { WriteArgumentScript(folder_, "xdg-open"); }
+
+  adapters::DesktopOpen opener_{[this](std::string_view path) {
+                                  if (!path.starts_with("C:\\")) {
+                                    throw base::RuntimeError(base::kPathNotFound, "Path not found");
+                                  }
+                                  return folder_.File(path.substr(3)).string();
+                                },
+                                processes_};
+};
+
+TEST_F(DesktopOpen, WebAndMailAddressesAreOpened) {
+  const struct {
+    const char* target;
+    const char* opened;
+  } cases[] = {
+      {"https://kestro.example/a?b=1&c=%20#d", "https://kestro.example/a?b=1&c=%20#d"},
+      {"HTTP://kestro.example", "HTTP://kestro.example"},
+      {"mailto:jan@novak.example", "mailto:jan@novak.example"},
+      {"https://x/\" `id` <é>", "https://x/%22%20%60id%60%20%3C%C3%A9%3E"},
+  };
+  for (const auto& entry : cases) {
+    EXPECT_TRUE(opener_.Open(entry.target)) << entry.target;
+    EXPECT_EQ("<" + std::string(entry.opened) + ">\n", TakeArguments());
+  }
+}
+
+TEST_F(DesktopOpen, AnExistingFileIsOpenedAsAnAddress) {
+  test_support::WriteFile(folder_.File("a page #1.html"), "x");
+  EXPECT_TRUE(opener_.Open("C:\\a page #1.html"));
+  EXPECT_EQ("<file://" + folder_.path().string() + "/a%20page%20%231.html>\n", TakeArguments());
+}
+
+TEST_F(DesktopOpen, EverythingElseIsRefused) {
+  for (const char* target :
+       {"", "C:\\missing.html", "C:\\", "/etc/passwd", "file:///etc/passwd", "javascript:alert(1)", "tel:602",
+        "smb://server/share", "https:", "https://", "mailto:", "http://x\ny", "--help", "vbscript:x"}) {
+    EXPECT_FALSE(opener_.Open(target)) << target;
+    EXPECT_EQ("nothing ran", TakeArguments()) << target;
+  }
+}
+
+TEST_F(DesktopOpen, ADesktopThatRefusesIsNoSuccess) {
+  WriteScript(folder_, "xdg-open", "exit 3");
+  EXPECT_FALSE(opener_.Open("https://kestro.example/"));
+}
+
+}  // namespace
+}  // namespace kestro
