@@ -31,7 +31,7 @@ class frmMainForm final : public forms::Form {
   void StayReachable() { stays_reachable_ = true; }
 
   /// Numbers of the tool-bar buttons; 4 and 6 are gaps.
-  enum Tool : int { kToolNew = 1, kToolEdit = 2, kToolDelete = 3, kToolCall = 5, kToolWeb = 7 };
+  enum Tool : int { kToolNew = 1, kToolEdit = 2, kToolDelete = 3, kToolCall = 5, kToolGap = 6, kToolWeb = 7 };
 
   /// The application's start-up, plugged in by the application: runs when the window loads.
   forms::Handler on_load;

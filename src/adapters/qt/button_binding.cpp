@@ -9,12 +9,13 @@
 namespace kestro::adapters {
 namespace {
 
-constexpr int kLongestLine = 30;  // characters
+constexpr int kLongestButtonLine = 30;  // characters
+constexpr int kLongestCheckBoxLine = 64;
 constexpr int kSmallestButton = 14;
 
 /// The caption in lines that no window is too narrow for.
-QString LinesOfCaption(const QString& caption, const QWidget& widget) {
-  const int width = TextWidth(widget.fontMetrics(), kLongestLine);
+QString LinesOfCaption(const QString& caption, const QWidget& widget, int longest_line) {
+  const int width = TextWidth(widget.fontMetrics(), longest_line);
   return WrappedLines(caption, widget.font(), width).join(QLatin1Char('\n'));
 }
 
@@ -48,7 +49,7 @@ class ButtonBinding final : public ControlBinding {
  private:
   void SyncContent() override {
     caption_ = ToQString(button_.caption());
-    widget_.setText(LinesOfCaption(caption_, widget_));
+    widget_.setText(LinesOfCaption(caption_, widget_, kLongestButtonLine));
   }
   void ReadContent(forms::ControlReading& reading) const override { reading.texts = {ToUtf8(caption_)}; }
 
@@ -71,7 +72,7 @@ class CheckBoxBinding final : public ControlBinding {
  private:
   void SyncContent() override {
     caption_ = ToQString(box_.caption());
-    widget_.setText(LinesOfCaption(caption_, widget_));
+    widget_.setText(LinesOfCaption(caption_, widget_, kLongestCheckBoxLine));
     widget_.setChecked(box_.value() != 0);
   }
   void ReadContent(forms::ControlReading& reading) const override {

@@ -8,7 +8,7 @@
 namespace kestro::adapters {
 namespace {
 
-constexpr int kLongestTitle = 30;  // characters
+constexpr int kLongestTitle = 60;  // characters
 
 /// A titled box around controls; without a title nothing is drawn and no room is taken.
 class FramePanel final : public QGroupBox {
