@@ -54,6 +54,19 @@ class NoFileDialogs final : public ports::FileDialogs {
   }
 };
 
+/// What a call does not need of the desktop.
+class NoDesktop final : public ports::DiallingObjects,
+                        public ports::ShellExecute,
+                        public ports::SystemInformationTool,
+                        public ports::Clipboard {
+ public:
+  std::unique_ptr<ports::DiallingObject> CreateDialCom() override { return nullptr; }
+  bool Open(std::string_view /*target*/) override { return false; }
+  bool StartTool() override { return false; }
+  ports::SystemInformation Read() override { return {}; }
+  void SetText(std::string_view /*text*/) override {}
+};
+
 class OnlyInstance final : public ports::InstanceGuard {
  public:
   bool AnotherInstanceRuns() override { return false; }
@@ -113,9 +126,11 @@ class Office {
   NoBoxes boxes_;
   NoFileDialogs file_dialogs_;
   OnlyInstance instances_;
+  NoDesktop desktop_;
   NoEnd process_;
   app::Application application_{{exchange_, code_page_, settings_, files_, area_, shell_, foreground_, boxes_,
-                                 file_dialogs_, contacts_.database(), log_, process_, instances_, host_}};
+                                 file_dialogs_, contacts_.database(), log_, process_, instances_, host_,
+                                 desktop_, desktop_, desktop_, desktop_}};
 };
 
 void RegisterOffering(Office& office, const char* name, bool log) {
