@@ -111,8 +111,7 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
   reception::Functions::TransferMenu menu{log, texts, flags, contacts, main_form, tray, detail, unknown};
   reception::Functions::CallEvents events{
       {log, texts, flags, shell, settings, line, tray, lines, icon, menu, call_windows, detail, unknown}};
-  core::Functions::Lifecycle lifecycle{
-      {log, messages, texts, flags, line, contacts, settings, ports.instances, *this}};
+  core::Functions::Lifecycle lifecycle{{log, messages, texts, flags, line, contacts, ports.instances, *this}};
   management::frmSystemInformation system_information{ports.windows,
                                                       {log, texts, foreground, ports.clipboard}};
   management::frmAbout about{ports.windows,

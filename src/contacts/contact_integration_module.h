@@ -8,6 +8,7 @@
 
 #include "contacts/contact.h"
 #include "contacts/cti_contacts.h"
+#include "core/contact_database_access.h"
 #include "core/procedure_frame.h"
 #include "core/shared_functions.h"
 #include "ports/database.h"
@@ -25,7 +26,7 @@ class DatabasePathSource {
 /// The way to the contacts database, the forms of a caller id, and the look-up
 /// of a caller. Failures are logged and answered with a neutral value unless
 /// told otherwise.
-class ContactIntegrationModule {
+class ContactIntegrationModule final : public core::ContactDatabaseAccess {
  public:
   ContactIntegrationModule(core::LogModule& log, core::SharedFunctions& shared, ports::Database& database,
                            ports::FileSystem& files, const DatabasePathSource& path);
@@ -34,10 +35,9 @@ class ContactIntegrationModule {
   [[nodiscard]] std::string GetDatabaseConnectionString(std::string_view path);
   /// Connection string of the database in use.
   [[nodiscard]] std::string CurrentConnectionString();
-  /// The database answers and has a table of contacts.
-  [[nodiscard]] bool CheckAccessIntoContactDatabase(std::string_view path);
-  /// The file's read-only attribute is set; false for a missing file.
-  [[nodiscard]] bool IsDatabaseReadOnly(std::string_view path);
+  [[nodiscard]] std::string DatabasePath() const override { return path_.DatabasePath(); }
+  [[nodiscard]] bool CheckAccessIntoContactDatabase(std::string_view path) override;
+  [[nodiscard]] bool IsDatabaseReadOnly(std::string_view path) override;
 
   [[nodiscard]] std::string GetInternationalCallerId(std::string_view caller_id);
   [[nodiscard]] std::string GetInternationalCallerIdString(std::string_view text);

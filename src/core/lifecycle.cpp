@@ -21,7 +21,7 @@ bool Lifecycle::CanApplicationStart(StartFault& reason, std::string& message) {
       return true;  // the database is usable; the caller opens the settings at the line
     }
     // Asked again on purpose: the attribute may have changed meanwhile.
-    if (needs_.contacts.IsDatabaseReadOnly(needs_.database.DatabasePath())) {
+    if (needs_.database.IsDatabaseReadOnly(needs_.database.DatabasePath())) {
       procedure_.Log(kCanStart, "Database is readonly.");
       needs_.messages.Notice("113", {std::string(kLineBreak)});
     }
@@ -47,13 +47,13 @@ bool Lifecycle::DatabaseIsUsable(StartFault& reason, std::string& message) {
     reason = StartFault::kDatabasePath;
     return false;
   }
-  if (!needs_.contacts.CheckAccessIntoContactDatabase(path)) {
+  if (!needs_.database.CheckAccessIntoContactDatabase(path)) {
     procedure_.Log(kCanStart, "Unable to contact CONTACT database.");
     message = needs_.texts.GetLocalizedString("110");
     reason = StartFault::kDatabasePath;
     return false;
   }
-  if (needs_.contacts.IsDatabaseReadOnly(path)) {
+  if (needs_.database.IsDatabaseReadOnly(path)) {
     procedure_.Log(kCanStart, "Database is READONLY.");
     const std::string line_break(kLineBreak);
     needs_.messages.Notice("109", {path, line_break, line_break});

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "contacts/contact_integration_module.h"
 #include "core/application_flags.h"
+#include "core/contact_database_access.h"
 #include "core/line_monitor.h"
 #include "core/messages.h"
 #include "core/procedure_frame.h"
@@ -41,8 +41,7 @@ class Lifecycle {
     Localization& texts;
     ApplicationFlags& flags;
     LineMonitor& line;
-    contacts::ContactIntegrationModule& contacts;
-    const contacts::DatabasePathSource& database;
+    ContactDatabaseAccess& database;
     ports::InstanceGuard& instances;
     LifecycleDisplay& display;
   };

@@ -1,28 +1,9 @@
+#include "forms/labelled_rows.h"
 #include "management/edit_contact.h"
 
 // Where the editor's controls stand, and their captions.
 
 namespace kestro::management {
-namespace {
-
-struct Row {
-  forms::Label& label;
-  forms::Control& value;
-};
-
-void PlaceRows(forms::Container& container, std::initializer_list<Row> rows) {
-  int row = 0;
-  for (const Row& pair : rows) {
-    container.Place(pair.label, {row, 0});
-    container.Place(pair.value, {row, 1});
-    pair.value.SetNamedBy(pair.label);
-    ++row;
-  }
-  container.GrowColumn(1);
-}
-
-}  // namespace
-
 void frmEditContact::LayOut() {
   PlaceRows(ContactPanel,
             {{lblName, txtName}, {lblCompany, txtCompany}, {lblPosition, cmbPosition}, {lblEmail, txtEmail}});

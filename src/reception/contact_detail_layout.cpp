@@ -1,3 +1,4 @@
+#include "forms/labelled_rows.h"
 #include "reception/contact_detail.h"
 
 // Where the controls of the card stand, and their captions.
@@ -7,24 +8,6 @@ namespace {
 
 constexpr std::array kUserFieldTexts = {"155", "156", "157", "158"};
 constexpr std::array kPageTexts = {"185", "186", "187", "188", "189"};
-
-struct Row {
-  forms::Label& label;
-  forms::Control& value;
-};
-
-/// Label and value side by side, one pair a row; the values take the width.
-void PlaceRows(forms::Container& container, std::initializer_list<Row> rows) {
-  int row = 0;
-  for (const Row& pair : rows) {
-    container.Place(pair.label, {row, 0});
-    container.Place(pair.value, {row, 1});
-    pair.value.SetNamedBy(pair.label);
-    ++row;
-  }
-  container.GrowColumn(1);
-  container.GrowRow(row);
-}
 
 }  // namespace
 
@@ -58,24 +41,24 @@ void ContactDetail::LayOutPages() {
   fill_page(3, NotePanel);
   fill_page(4, UserFieldsPanel);
 
-  PlaceRows(frmContactInfo, {{lblNameLabel, lblName},
-                             {lblCompanyLabel, lblCompany},
-                             {lblPositionLabel, lblPosition},
-                             {lblEmailLabel, lblEmail}});
+  frmContactInfo.GrowRow(PlaceRows(frmContactInfo, {{lblNameLabel, lblName},
+                                                    {lblCompanyLabel, lblCompany},
+                                                    {lblPositionLabel, lblPosition},
+                                                    {lblEmailLabel, lblEmail}}));
   frmPicture.Place(ContactPicture, {0, 0});
-  PlaceRows(PhonesPanel, {{lblPhone1Label, lblPhone1},
-                          {lblPhone2Label, lblPhone2},
-                          {lblPhone3Label, lblPhone3},
-                          {lblPhone4Label, lblPhone4}});
-  PlaceRows(AddressPanel, {{lblStreetLabel, lblStreet},
-                           {lblCityPanel, lblCity},
-                           {lblZIPCodeLabel, lblZIPCode},
-                           {lblCountryLabel, lblCountry}});
+  PhonesPanel.GrowRow(PlaceRows(PhonesPanel, {{lblPhone1Label, lblPhone1},
+                                              {lblPhone2Label, lblPhone2},
+                                              {lblPhone3Label, lblPhone3},
+                                              {lblPhone4Label, lblPhone4}}));
+  AddressPanel.GrowRow(PlaceRows(AddressPanel, {{lblStreetLabel, lblStreet},
+                                                {lblCityPanel, lblCity},
+                                                {lblZIPCodeLabel, lblZIPCode},
+                                                {lblCountryLabel, lblCountry}}));
   NotePanel.Place(txtNote, {0, 0});
-  PlaceRows(UserFieldsPanel, {{lblUserField1Label, lblUserField1},
-                              {lblUserField2Label, lblUserField2},
-                              {lblUserField3Label, lblUserField3},
-                              {lblUserField4Label, txtUserField4}});
+  UserFieldsPanel.GrowRow(PlaceRows(UserFieldsPanel, {{lblUserField1Label, lblUserField1},
+                                                      {lblUserField2Label, lblUserField2},
+                                                      {lblUserField3Label, lblUserField3},
+                                                      {lblUserField4Label, txtUserField4}}));
 }
 
 void ContactDetail::GetFormTextTranslation() {
