@@ -138,9 +138,7 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
 Application::Application(const Ports& ports) : modules_(std::make_unique<Modules>(ports)) {
   Modules& m = *modules_;
   m.editor.on_stored = [&m] { m.list.Refresh(); };
-  m.settings_events.refresh_main_window = [&m] {
-    if (m.main_form.visible()) m.list.Refresh();
-  };
+  m.settings_events.refresh_main_window = [&m] { m.list.Refresh(); };
   m.list.on_phone_lines_changed = [&m] { m.menu.RepopulateTransferSubmenuData(); };
   m.list.on_help = [&m] { m.help.Open(); };
   m.list.on_about = [&m] { m.about.BringUp(); };

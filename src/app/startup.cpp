@@ -1,5 +1,6 @@
 #include "app/startup.h"
 
+#include "base/scope_value.h"
 #include "ports/file_system.h"
 
 namespace kestro::app {
@@ -60,9 +61,8 @@ void Startup::StartMonitoring() {
   std::string message;
   needs_.lifecycle.StartApplication(fault, message);
   if (fault == StartFault::kNone) return;
-  needs_.flags.SettingsShownAtStartup = true;
+  const base::ScopeValue shown(needs_.flags.SettingsShownAtStartup, true);
   needs_.settings_events.ShowModal(nullptr, fault, message);
-  needs_.flags.SettingsShownAtStartup = false;
 }
 
 std::string Startup::GetApplicationHelpFilePath() {

@@ -5,6 +5,16 @@ namespace {
 
 constexpr std::string_view kEnding = "IsApplicationShutdown";
 
+/// Whatever cannot be closed any more must not keep the application alive.
+/// Errors have been logged on their way.
+template <class Step>
+void IgnoringErrors(Step step) {
+  try {
+    step();
+  } catch (const base::RuntimeError&) {
+  }
+}
+
 }  // namespace
 
 ApplicationEnding::ApplicationEnding(LogModule& log, Messages& messages, LineMonitor& line,
@@ -32,27 +42,15 @@ void ApplicationEnding::IsApplicationShutdown() {
   procedure_.Outermost(kEnding, [&] {
     if (flags_.ShuttingDown) return;
     flags_.ShuttingDown = true;
-    CloseLine();
-    windows_.DoEvents();
-    UnloadForms();
-    procedure_.Log(kEnding, "THE END");
+    IgnoringErrors([&] { OnApplicationEnd(); });
+    IgnoringErrors([&] { windows_.DoEvents(); });
+    for (forms::Form* form : forms_) {
+      IgnoringErrors([&] { form->RequestUnload(forms::kFromCode); });
+      IgnoringErrors([&] { windows_.DoEvents(); });
+    }
+    IgnoringErrors([&] { procedure_.Log(kEnding, "THE END"); });
     process_.EndProcess();
   });
-}
-
-void ApplicationEnding::CloseLine() {
-  try {
-    OnApplicationEnd();
-  } catch (const base::RuntimeError&) {
-    // Logged on its way; a line that cannot be closed must not keep the application alive.
-  }
-}
-
-void ApplicationEnding::UnloadForms() {
-  for (forms::Form* form : forms_) {
-    form->RequestUnload(forms::kFromCode);
-    windows_.DoEvents();
-  }
 }
 
 void ApplicationEnding::ShutDownApplication(const base::RuntimeError& /*error*/) {

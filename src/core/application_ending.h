@@ -31,9 +31,6 @@ class ApplicationEnding {
   void ShutDownApplication(const base::RuntimeError& error);
 
  private:
-  void CloseLine();
-  void UnloadForms();
-
   ProcedureFrame procedure_;
   Messages& messages_;
   LineMonitor& line_;

@@ -1,5 +1,7 @@
 #include "management/contact_list.h"
 
+#include "base/scope_value.h"
+
 namespace kestro::management {
 
 ContactList::ContactList(const Needs& needs)
@@ -74,6 +76,14 @@ void ContactList::Search() {
   needs_.window.ContactsGrid.SetRows(rows_.get());
 }
 
+void ContactList::Refresh() {
+  if (!needs_.window.loaded()) return;
+  if (needs_.window.visible()) return ProcessSearch(false);
+  // Not looked at now: the next activation searches.
+  CloseRecordset();
+  EnableActions(false);
+}
+
 void ContactList::btnSearch_Click() {
   procedure_.Outermost("btnSearch_Click", [&] { ProcessSearch(true); });
 }
@@ -133,24 +143,27 @@ void ContactList::WithHourglass(const forms::Handler& work) {
 
 void ContactList::ActionToolbar_ButtonClick(int number) {
   procedure_.Outermost("ActionToolbar_ButtonClick", [&] {
-    switch (number) {
-      case frmMainForm::kToolNew:
-        return mnuNewContact_Click();
-      case frmMainForm::kToolEdit:
-        return mnuEditContact_Click();
-      case frmMainForm::kToolDelete:
-        return mnuDeleteContact_Click();
-      case frmMainForm::kToolCall:
-        return mnuCallContact_Click();
-      default:
-        return;
-    }
+    WithHourglass([&] {
+      switch (number) {
+        case frmMainForm::kToolNew:
+          return mnuNewContact_Click();
+        case frmMainForm::kToolEdit:
+          return mnuEditContact_Click();
+        case frmMainForm::kToolDelete:
+          return mnuDeleteContact_Click();
+        case frmMainForm::kToolCall:
+          return mnuCallContact_Click();
+        default:
+          return;
+      }
+    });
   });
 }
 
 void ContactList::mnuNewContact_Click() {
   procedure_.Outermost("mnuNewContact_Click", [&] {
-    if (HasDatabase()) needs_.editor.EditNew(needs_.window);
+    if (!HasDatabase()) return;
+    ShowEditor([&] { needs_.editor.EditNew(needs_.window); });
   });
 }
 
@@ -174,7 +187,7 @@ void ContactList::mnuEditContact_Click() {
       needs_.window.host().DoEvents();
       contact = SelectedContact();
     });
-    if (contact) needs_.editor.Edit(*contact, needs_.window);
+    if (contact) ShowEditor([&] { needs_.editor.Edit(*contact, needs_.window); });
   });
 }
 
@@ -209,12 +222,27 @@ void ContactList::mnuCallContact_Click() {
       [&](const base::RuntimeError&) { needs_.messages.Notice("285"); });
 }
 
+/// The hourglass of a tool-bar button must not stay over the editor.
+void ContactList::ShowEditor(const forms::Handler& show) {
+  const base::ScopeValue modal(needs_.flags.ModalDialogOpen, true);
+  needs_.window.host().SetPointer(forms::Pointer::kDefault);
+  show();
+}
+
 /// Monitoring rests meanwhile and goes on afterwards if it was running.
 void ContactList::WithoutMonitoring(const forms::Handler& work) {
   const bool was_running = needs_.flags.ApplicationStarted;
   if (was_running) needs_.lifecycle.StopApplication();
-  work();
-  if (!was_running) return;
+  try {
+    work();
+  } catch (const base::RuntimeError&) {
+    if (was_running) StartMonitoring();
+    throw;
+  }
+  if (was_running) StartMonitoring();
+}
+
+void ContactList::StartMonitoring() {
   auto fault = core::Functions::StartFault::kNone;
   std::string message;
   needs_.lifecycle.StartApplication(fault, message);
@@ -229,6 +257,7 @@ void ContactList::mnuUserFields_Click() {
 void ContactList::mnuPhoneLines_Click() {
   procedure_.Outermost("mnuPhoneLines_Click", [&] {
     if (!HasDatabase()) return;
+    const base::ScopeValue modal(needs_.flags.ModalDialogOpen, true);
     needs_.phone_lines.ShowModal(&needs_.window);
     if (on_phone_lines_changed) on_phone_lines_changed();
   });

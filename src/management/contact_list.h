@@ -42,10 +42,9 @@ class ContactList {
   /// Searches with the four filter texts and shows the result. `show_messages`:
   /// say so when nothing is found or there is no database.
   void ProcessSearch(bool show_messages);
-  /// Other windows have changed contacts, or the database is another one.
-  void Refresh() {
-    if (needs_.window.loaded()) ProcessSearch(false);
-  }
+  /// Other windows have changed contacts, or the database is another one: what
+  /// the list shows is read again, at once or when the window is next looked at.
+  void Refresh();
 
   /// The internal lines have changed, plugged in by the application.
   forms::Handler on_phone_lines_changed;
@@ -60,7 +59,9 @@ class ContactList {
   [[nodiscard]] std::optional<contacts::Contact> SelectedContact();
   [[nodiscard]] std::int64_t SelectedKey();
   void EnableActions(bool enabled);
+  void ShowEditor(const forms::Handler& show);
   void WithoutMonitoring(const forms::Handler& work);
+  void StartMonitoring();
   void WithHourglass(const forms::Handler& work);
 
   void Form_Activate();

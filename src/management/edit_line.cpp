@@ -68,8 +68,9 @@ void frmEditLine::OKButton_Click() {
   procedure_.Outermost(
       "OKButton_Click",
       [&] {
+        auto service = contacts_.Connected<contacts::PhoneLineService>();
         if (!IsComplete()) return;
-        Store();
+        Store(service);
         RequestUnload(forms::kFromCode);
       },
       [&](const base::RuntimeError&) { messages_.Warning("125"); });
@@ -86,12 +87,11 @@ bool frmEditLine::IsComplete() {
 }
 
 /// The number loses leading zeros; a text that is no number raises.
-void frmEditLine::Store() {
+void frmEditLine::Store(contacts::PhoneLineService& service) {
   contacts::PhoneLine line;
   line.id = id_;
   line.Line = std::to_string(base::ToInt32(base::Trim(txtLine.text())));
   line.Name = base::Trim(txtName.text());
-  auto service = contacts_.Connected<contacts::PhoneLineService>();
   if (id_ == 0) {
     service.AddPhoneLine(line);
   } else {

@@ -40,7 +40,7 @@ class frmEditLine final : public forms::Form {
   void OKButton_Click();
   void CancelButton_Click();
   [[nodiscard]] bool IsComplete();
-  void Store();
+  void Store(contacts::PhoneLineService& service);
 
   core::ProcedureFrame procedure_;
   core::Messages& messages_;

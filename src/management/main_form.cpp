@@ -131,6 +131,7 @@ void frmMainForm::Form_QueryUnload(bool& cancel, int unload_mode) {
 
 void frmMainForm::Form_Unload() {
   procedure_.Outermost("Form_Unload", [&] {
+    ending_.IsApplicationShutdown();
     if (on_unload) on_unload();
   });
 }

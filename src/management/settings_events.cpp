@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/scope_value.h"
 #include "base/text.h"
 
 namespace kestro::management {
@@ -23,10 +24,9 @@ void SettingsEvents::ShowModal(forms::Form* owner, StartFault fault, const std::
   alert_message_ = message;
   show_message_and_preset_field_ = fault != StartFault::kNone;
   field_code_ = fault;
-  needs_.flags.ModalDialogOpen = true;
+  const base::ScopeValue modal(needs_.flags.ModalDialogOpen, true);
   BeforeShowForm();
   needs_.settings.ShowModal(owner);
-  needs_.flags.ModalDialogOpen = false;
 }
 
 void SettingsEvents::BeforeShowForm() {
@@ -59,7 +59,6 @@ void SettingsEvents::ChoosePathToDB_Click() {
 
 void SettingsEvents::OKButton_Click() {
   procedure_.Outermost("OKButton_Click", [&] {
-    kept_line_index_ = needs_.settings.LinesCombo.list_index();
     forms::TextBox& field = needs_.settings.DBPathTextBox;
     field.SetText(std::string(base::Trim(field.text())));
     const std::string path = base::ReplaceAll(field.text(), "/", "\\");
@@ -102,7 +101,8 @@ void SettingsEvents::Save(const std::string& path) {
 
 /// A device without a name is listed as "Unknown": it can be watched, but not remembered by its name.
 void SettingsEvents::SaveLine() {
-  if (kept_line_index_ >= 0) needs_.line.SetCurrentLine(kept_line_index_);
+  const int chosen = needs_.settings.LinesCombo.list_index();
+  if (chosen >= 0) needs_.line.SetCurrentLine(chosen);
   const std::string name(base::Trim(needs_.settings.LinesCombo.text()));
   if (!base::EqualIgnoringCase(name, "unknown")) needs_.registry.SaveRegistrySetting(kPhoneLine, name);
 }

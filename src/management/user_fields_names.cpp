@@ -1,5 +1,6 @@
 #include "management/user_fields_names.h"
 
+#include "base/scope_value.h"
 #include "base/text.h"
 
 namespace kestro::management {
@@ -53,9 +54,8 @@ void frmUserFieldsNames::GetFormTextTranslation() {
 void frmUserFieldsNames::Edit(forms::Form& owner) {
   Load();
   BeforeShowForm();
-  flags_.ModalDialogOpen = true;
+  const base::ScopeValue modal(flags_.ModalDialogOpen, true);
   ShowModal(&owner);
-  flags_.ModalDialogOpen = false;
 }
 
 void frmUserFieldsNames::BeforeShowForm() {

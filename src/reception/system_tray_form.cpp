@@ -22,8 +22,8 @@ SystemTrayForm::SystemTrayForm(forms::FormHost& host, core::LogModule& log, core
 
 void SystemTrayForm::Form_Load() {
   procedure_.Outermost("Form_Load", [&] {
-    if (on_load) on_load();
     GetFormTextTranslation();
+    if (on_load) on_load();
   });
 }
 
