@@ -117,13 +117,14 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
   management::frmAbout about{ports.windows,
                              {log, texts, messages, foreground, ports.system_information, system_information,
                               kProductName, kVersion}};
-  management::SettingsEvents settings_events{{log, messages, texts, flags, registry, ending, settings_loading,
-                                              contacts, line, ports.file_dialogs, settings}};
+  management::SettingsEvents settings_events{{log, messages, texts, flags, registry, ending, foreground,
+                                              settings_loading, contacts, line, ports.file_dialogs,
+                                              settings}};
   reception::SystemTrayEvents tray_events{{log, flags, shell, ending, contacts, line, lifecycle, main_form,
                                            settings_events, about, tray, lines, transfer, icon, call_windows,
                                            events}};
   Startup startup{{log, messages, shared, flags, location, lifecycle, contacts, line, settings_loading,
-                   settings, settings_events, main_form, tray, icon, ports.notification_area}};
+                   settings, settings_events, main_form, tray, icon, ports.notification_area, ports.files}};
   management::frmUserFieldsNames user_fields{ports.windows, {log, messages, texts, flags, contacts}};
   management::frmEditLine edit_line{ports.windows, {log, messages, texts, contacts}};
   management::frmPhoneLinesList phone_lines{ports.windows,

@@ -10,7 +10,8 @@ using core::Functions::StartFault;
 Startup::Startup(const Needs& needs)
     : procedure_(needs.log, "KESTROCTI.Functions", core::Spelling::kFullStop), needs_(needs) {
   needs_.main_form.on_load = [this] { FindDatabase(); };
-  needs_.tray.on_load = [this] { LoadTrayWindow(); };
+  needs_.tray.on_loading = [this] { needs_.log.SetLogDirectory(needs_.files.ProgramFolder()); };
+  needs_.tray.on_load = [this] { ApplicationInitialize(); };
 }
 
 /// Part of the main window's load handler, before the window shows.
@@ -20,11 +21,6 @@ void Startup::FindDatabase() {
   needs_.settings.DBPathTextBox.SetText(path);
   needs_.flags.DatabaseAccessible = needs_.contacts.CheckAccessIntoContactDatabase(path);
   needs_.tray.Load();
-}
-
-void Startup::LoadTrayWindow() {
-  needs_.log.SetLogDirectory(needs_.shared.GetCurrentApplicationPath());
-  ApplicationInitialize();
 }
 
 void Startup::ApplicationInitialize() {

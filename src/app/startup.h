@@ -10,6 +10,7 @@
 #include "management/initialize_settings.h"
 #include "management/main_form.h"
 #include "management/settings_events.h"
+#include "ports/file_system.h"
 #include "ports/notification_area.h"
 #include "reception/system_tray_form.h"
 #include "reception/tray_icon.h"
@@ -37,6 +38,7 @@ class Startup {
     reception::SystemTrayForm& tray;
     reception::Functions::TrayIcon& icon;
     ports::NotificationArea& area;
+    ports::FileSystem& files;
   };
   /// Plugs itself into the two load handlers.
   explicit Startup(const Needs& needs);
@@ -46,7 +48,6 @@ class Startup {
 
  private:
   void FindDatabase();
-  void LoadTrayWindow();
   void ApplicationInitialize();
   void InitializeLine();
   void StartMonitoring();

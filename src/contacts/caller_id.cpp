@@ -23,10 +23,14 @@ std::string InternationalCallerId(std::string_view caller_id) {
   return std::string(kHomePrefix) + number;
 }
 
-std::string InternationalCallerIdFromText(std::string_view text) {
+std::string WithoutSeparators(std::string_view text) {
   std::string number(text);
   for (const auto separator : kSeparators) number = base::ReplaceAll(number, separator, "");
-  return InternationalCallerId(number);
+  return number;
+}
+
+std::string InternationalCallerIdFromText(std::string_view text) {
+  return InternationalCallerId(WithoutSeparators(text));
 }
 
 }  // namespace kestro::contacts

@@ -10,8 +10,10 @@ namespace kestro::contacts {
 /// is looked at, so "101" becomes "+420101". A single character stays as it is.
 [[nodiscard]] std::string InternationalCallerId(std::string_view caller_id);
 
-/// The same for a number as people type it: blanks, slashes, dashes, dots and
-/// brackets are removed first.
+/// A number as people type it without its blanks, slashes, dashes, dots and brackets.
+[[nodiscard]] std::string WithoutSeparators(std::string_view text);
+
+/// The international form of a number as people type it.
 [[nodiscard]] std::string InternationalCallerIdFromText(std::string_view text);
 
 }  // namespace kestro::contacts

@@ -75,7 +75,7 @@ std::string ContactIntegrationModule::GetInternationalCallerId(std::string_view 
 
 std::string ContactIntegrationModule::GetInternationalCallerIdString(std::string_view text) {
   return nameless_.Outermost(
-      "GetInternationalCallerIdString", [&] { return InternationalCallerIdFromText(text); },
+      "GetInternationalCallerIdString", [&] { return GetInternationalCallerId(WithoutSeparators(text)); },
       Answer(std::string()));
 }
 

@@ -30,14 +30,17 @@ bool ShellVersion::IsShell32VersionAtLeast(std::int16_t major) {
 }
 
 std::int32_t ShellVersion::NFStructureSize(bool /*balloon_support*/) {
-  return procedure_("NFStructureSize", [&] {
-    if (IsShell32VersionAtLeast(6)) return kSizeForShell6;
-    return IsShell32VersionAtLeast(5) ? kSizeForShell5 : kSizeForOlderShells;
-  });
+  return procedure_.Outermost(
+      "NFStructureSize",
+      [&] {
+        if (IsShell32VersionAtLeast(6)) return kSizeForShell6;
+        return IsShell32VersionAtLeast(5) ? kSizeForShell5 : kSizeForOlderShells;
+      },
+      [](const base::RuntimeError&) { return kSizeForOlderShells; });
 }
 
 void ShellVersion::GetWindowsVersion(WindowsVersion& version) {
-  procedure_("GetWindowsVersion", [&] {
+  procedure_.Outermost("GetWindowsVersion", [&] {
     const std::uint32_t word = shell_.GetVersionWord();
     version = {ByteOf(word, 0), ByteOf(word, 8), ByteOf(word, 16), ByteOf(word, 24), (word >> 31U) == 0};
   });

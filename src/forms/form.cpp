@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "base/runtime_error.h"
+#include "base/scope_value.h"
+
 namespace kestro::forms {
 
 Form::Form(FormHost& host, std::string_view name, int width, int height)
@@ -65,11 +68,11 @@ void Form::Hide() {
 }
 
 void Form::ShowModal(Form* owner) {
+  if (modal_) throw base::RuntimeError(base::kInvalidProcedureCall, "The window is open already");
   Load();
   visible_ = true;
-  modal_ = true;
+  const base::ScopeValue modal(modal_, true);
   host_.ShowModal(*this, owner);
-  modal_ = false;
 }
 
 bool Form::RequestUnload(int mode) {

@@ -58,7 +58,7 @@ class Form {
   void Load();
   void Show();
   void Hide();
-  /// Returns when the window has been hidden or unloaded.
+  /// Returns when the window has been hidden or unloaded. Raises 5 when it is modal already.
   void ShowModal(Form* owner = nullptr);
   [[nodiscard]] bool modal() const { return modal_; }
   /// Asks the window to close and unloads it unless its handler cancels; true

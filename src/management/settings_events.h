@@ -6,6 +6,7 @@
 #include "contacts/contact_integration_module.h"
 #include "core/application_ending.h"
 #include "core/application_flags.h"
+#include "core/foreground.h"
 #include "core/lifecycle.h"
 #include "core/messages.h"
 #include "core/procedure_frame.h"
@@ -27,6 +28,7 @@ class SettingsEvents {
     core::ApplicationFlags& flags;
     core::RegistrySettingsModule& registry;
     core::Functions::ApplicationEnding& ending;
+    core::ForceFore& foreground;
     Functions::SettingsLoading& loading;
     contacts::ContactIntegrationModule& contacts;
     telephony::TAPIFunctionsModule& line;
@@ -40,6 +42,9 @@ class SettingsEvents {
   /// puts the focus on the field concerned, with its message in front.
   void ShowModal(forms::Form* owner, core::Functions::StartFault fault = core::Functions::StartFault::kNone,
                  const std::string& message = {});
+
+  [[nodiscard]] bool open() const { return needs_.settings.modal(); }
+  void BringForward() { needs_.foreground.ForceForegroundWindow(needs_.settings.handle()); }
 
   /// The contact list is to be read again from the database just chosen.
   forms::Handler refresh_main_window;

@@ -33,6 +33,15 @@ void InternalCall::GetFormTextTranslation() {
   });
 }
 
+/// Like its button, the window's own close button hides it.
+void InternalCall::Form_QueryUnload(bool& cancel, int unload_mode) {
+  procedure_.Outermost("Form_QueryUnload", [&] {
+    if (unload_mode != forms::kControlMenu) return;
+    Hide();
+    cancel = true;
+  });
+}
+
 void InternalCall::CancelButton_Click() {
   procedure_.Outermost("CancelButton_Click", [&] { Hide(); });
 }

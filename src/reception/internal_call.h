@@ -17,6 +17,7 @@ class InternalCall final : public forms::Form {
 
  private:
   void Form_Load() override;
+  void Form_QueryUnload(bool& cancel, int unload_mode) override;
   void GetFormTextTranslation();
   void CancelButton_Click();
 

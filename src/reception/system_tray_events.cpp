@@ -75,8 +75,17 @@ void SystemTrayEvents::StartOrAskForSettings() {
   if (fault != core::Functions::StartFault::kNone) needs_.settings.ShowModal(nullptr, fault, message);
 }
 
+/// The menu works while the settings are open; monitoring rests until they are
+/// closed, and they are opened once. Brings them to the front.
+bool SystemTrayEvents::SettingsAreOpen() {
+  if (!needs_.settings.open()) return false;
+  needs_.settings.BringForward();
+  return true;
+}
+
 void SystemTrayEvents::mPopStartStop_Click() {
   procedure_.Outermost("mPopStartStop_Click", [&] {
+    if (SettingsAreOpen()) return;
     if (needs_.flags.ApplicationStarted) {
       needs_.lifecycle.StopApplication();
     } else {
@@ -87,6 +96,7 @@ void SystemTrayEvents::mPopStartStop_Click() {
 
 void SystemTrayEvents::mPopSettings_Click() {
   procedure_.Outermost("mPopSettings_Click", [&] {
+    if (SettingsAreOpen()) return;
     if (needs_.flags.ApplicationStarted) needs_.lifecycle.StopApplication();
     if (needs_.main_form.visible()) needs_.main_form.SetWindowState(forms::WindowState::kNormal);
     needs_.settings.ShowModal(&needs_.main_form);

@@ -52,6 +52,7 @@ class SystemTrayEvents {
   void OpenInternalCall();
   void mnuRedirectList_Click(int index);
   void StartOrAskForSettings();
+  [[nodiscard]] bool SettingsAreOpen();
   void mPopStartStop_Click();
   void mPopSettings_Click();
   void mnuContactsList_Click();

@@ -21,6 +21,7 @@ SystemTrayForm::SystemTrayForm(forms::FormHost& host, core::LogModule& log, core
 }
 
 void SystemTrayForm::Form_Load() {
+  if (on_loading) on_loading();
   procedure_.Outermost("Form_Load", [&] {
     GetFormTextTranslation();
     if (on_load) on_load();

@@ -28,7 +28,8 @@ class SystemTrayForm final : public forms::Form {
   forms::Button btnDisconnectCall{*this, nullptr, "btnDisconnectCall"};
   forms::Button btnTransferCall{*this, nullptr, "btnTransferCall"};
 
-  /// The rest of the start-up, plugged in by the application.
+  /// Plugged in by the application: what comes before anything is logged, and the rest of the start-up.
+  forms::Handler on_loading;
   forms::Handler on_load;
   /// Plugged in by SystemTrayEvents.
   forms::Handler on_unload;

@@ -33,7 +33,10 @@ bool Transcript::AnyOfAction(Predicate predicate) const {
 }
 
 bool Transcript::Contains(std::string_view text) const {
-  return AnyOfAction([&](std::string_view line) { return line == text; });
+  // A script's line cannot end in blanks, a transcript's can.
+  return AnyOfAction([&](std::string_view line) {
+    return line.starts_with(text) && line.find_first_not_of(' ', text.size()) == std::string_view::npos;
+  });
 }
 
 bool Transcript::ContainsBeginning(std::string_view text) const {
