@@ -87,7 +87,7 @@ std::string DatabaseLocation::CopyDatabaseTemplate(std::string_view folder) {
   constexpr std::string_view kName = "CopyDatabaseTemplate";
   return procedure_(kName, [&] {
     const std::string from = GetTemplateDBPath();
-    const std::string to = GetDestinationDBPath(folder);
+    std::string to = GetDestinationDBPath(folder);
     if (!files_.FileExists(from)) {
       procedure_.Log(kName, "Unable to find template database. Application is shutting down.");
       EndWithMessage("117", {from, std::string(kLineBreak)});

@@ -135,6 +135,8 @@ void ContactList::WithHourglass(const forms::Handler& work) {
       host.SetPointer(forms::Pointer::kHourglass);
     }
     ~Pointer() { host.SetPointer(forms::Pointer::kDefault); }
+    Pointer(const Pointer&) = delete;
+    Pointer& operator=(const Pointer&) = delete;
     forms::FormHost& host;
   };
   const Pointer pointer(needs_.window.host());

@@ -4,7 +4,10 @@
 
 namespace kestro::management::Functions {
 
-using namespace core::SettingName;
+using core::SettingName::kAutomaticWindowHide;
+using core::SettingName::kAutomaticWindowPopUp;
+using core::SettingName::kDatabasePath;
+using core::SettingName::kLogIntoFile;
 
 void SettingsLoading::InitializeSettings() {
   procedure_("InitializeSettings", [&] {

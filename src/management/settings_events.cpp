@@ -8,7 +8,11 @@
 namespace kestro::management {
 
 using core::Functions::StartFault;
-using namespace core::SettingName;
+using core::SettingName::kAutomaticWindowHide;
+using core::SettingName::kAutomaticWindowPopUp;
+using core::SettingName::kDatabasePath;
+using core::SettingName::kLogIntoFile;
+using core::SettingName::kPhoneLine;
 
 SettingsEvents::SettingsEvents(const Needs& needs)
     : procedure_(needs.log, "KESTROCTI.Settings", core::Spelling::kFullStop), log_(needs.log), needs_(needs) {

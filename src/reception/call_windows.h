@@ -29,7 +29,7 @@ class CallWindows {
   void HideAll();
 
  private:
-  void PlaceNearTopRight(forms::Form& form);
+  static void PlaceNearTopRight(forms::Form& form);
   void BringForward(forms::Form& form);
   void ShowAndBringForward(forms::Form& form);
 

@@ -4,7 +4,10 @@
 
 namespace kestro::telephony {
 
-using namespace ports::line_translate_output;
+using ports::line_translate_output::kBufferSize;
+using ports::line_translate_output::kDialableStringOffset;
+using ports::line_translate_output::kDialableStringSize;
+using ports::line_translate_output::kTotalSizeToldOf;
 
 bool TAPIFunctionsModule::CheckExternalCall() const {
   return procedure_("CheckExternalCall", [&] { return call_.IsExternal; });

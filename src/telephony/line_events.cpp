@@ -8,7 +8,19 @@
 
 namespace kestro::telephony {
 
-using namespace ports::line_call_info;
+using ports::line_call_info::kBufferSize;
+using ports::line_call_info::kCallerIdFlags;
+using ports::line_call_info::kCallerIdOffset;
+using ports::line_call_info::kCallerIdSize;
+using ports::line_call_info::kConnectedIdFlags;
+using ports::line_call_info::kConnectedIdOffset;
+using ports::line_call_info::kConnectedIdSize;
+using ports::line_call_info::kFixedSize;
+using ports::line_call_info::kOrigin;
+using ports::line_call_info::kOriginInternal;
+using ports::line_call_info::kPartyAddress;
+using ports::line_call_info::kReason;
+using ports::line_call_info::kReasonTransfer;
 
 namespace {
 

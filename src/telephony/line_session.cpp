@@ -5,7 +5,11 @@
 
 namespace kestro::telephony {
 
-using namespace ports::line_dev_caps;
+using ports::line_dev_caps::kLineNameOffset;
+using ports::line_dev_caps::kLineNameSize;
+using ports::line_dev_caps::kLineStates;
+using ports::line_dev_caps::kProviderInfoOffset;
+using ports::line_dev_caps::kProviderInfoSize;
 
 namespace {
 

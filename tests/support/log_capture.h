@@ -12,7 +12,7 @@ namespace kestro::test {
 /// "ERROR NUMBER SOURCE | DESCRIPTION". Can refuse the n-th entry from now.
 class LogCapture final : public ports::LoggingComponent {
  public:
-  void SetFileLogging(bool enabled) override { calls.push_back(enabled ? "file on" : "file off"); }
+  void SetFileLogging(bool enabled) override { calls.emplace_back(enabled ? "file on" : "file off"); }
   void SetLogDirectory(std::string_view directory) override {
     calls.push_back("directory " + std::string(directory));
   }

@@ -85,8 +85,8 @@ std::vector<std::uint8_t> DevCaps(std::size_t size_at, std::uint32_t size, std::
 
 TEST(HostileStructuresTest, LineNamesAreReadUpToTheirZeroInsideTheBuffer) {
   struct Row {
-    std::uint32_t size;
-    std::uint32_t offset;
+    std::uint32_t size = 0;
+    std::uint32_t offset = 0;
     std::optional<std::string> name;
   };
   for (const Row& row : {Row{4, 252, "EXT"},
