@@ -121,7 +121,9 @@ TEST_F(DetachedProcesses, ItHasItsOwnSessionAndUsualSignals) {
   ::pthread_sigmask(SIG_BLOCK, &blocked, &before);
   const auto handler = ::signal(SIGUSR2, SIG_IGN);
   const std::string text = OutputOf(
-      "grep -E '^Sig(Blk|Ign)' /proc/$$/status >\"$1\"\n"
+      // Read by the shell itself: while it waits for a command to start it blocks signals of its own accord.
+      "while read -r line; do case $line in SigBlk*|SigIgn*) echo \"$line\";; esac; done </proc/$$/status "
+      ">\"$1\"\n"
       "out=$1; set -- $(cat /proc/$$/stat); test $1 = $6 && echo own session >>\"$out\"");
   ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
   ::signal(SIGUSR2, handler);
