@@ -131,6 +131,8 @@ inline constexpr std::uint32_t kPrivilegeOwner = 0x4;
 /// Message numbers (LINE_) that carry an action.
 inline constexpr std::int32_t kLineCallInfo = 1;
 inline constexpr std::int32_t kLineCallState = 2;
+inline constexpr std::int32_t kLineDevState = 8;
+inline constexpr std::int32_t kLineMonitorDigits = 9;
 inline constexpr std::int32_t kLineReply = 12;
 /// LINECALLINFOSTATE_CALLERID, first parameter of LINE_CALLINFO.
 inline constexpr std::uint32_t kCallInfoStateCallerId = 0x8000;

@@ -43,15 +43,15 @@ void TAPIFunctionsModule::LogName(std::string_view procedure, std::string_view n
 void TAPIFunctionsModule::Dispatch(const ports::LineMessage& message) {
   if (const auto name = LineMessageName(message.message); !name.empty()) LogName(kLineCallBack, name);
   switch (message.message) {
-    case LineMessageValue::kCallInfo:
+    case ports::kLineCallInfo:
       return OnCallInfo(message);
-    case LineMessageValue::kCallState:
+    case ports::kLineCallState:
       return LineCallStateProc(message);
-    case LineMessageValue::kLineDevState:
+    case ports::kLineDevState:
       return LineDevStateProc(message);
-    case LineMessageValue::kMonitorDigits:
+    case ports::kLineMonitorDigits:
       return LogName(kLineCallBack, "LINE_MONITORDIGITS -> " + std::to_string(LoWord(message.parameter1)));
-    case LineMessageValue::kReply:
+    case ports::kLineReply:
       LogName(kLineCallBack, "LINE_REPLY -> " + std::to_string(message.parameter2));
       return OnReply(message.parameter2);
     default:

@@ -11,20 +11,12 @@ namespace kestro::telephony {
 [[nodiscard]] std::string_view CallStateName(std::uint32_t state);
 [[nodiscard]] std::string_view LineDeviceStateName(std::uint32_t state);
 
-/// Values that carry an action.
+/// Call states that carry an action.
 namespace CallStateValue {
 inline constexpr std::uint32_t kIdle = 0x00000001;
 inline constexpr std::uint32_t kOffering = 0x00000002;
 inline constexpr std::uint32_t kConnected = 0x00000100;
 inline constexpr std::uint32_t kDisconnected = 0x00004000;
 }  // namespace CallStateValue
-
-namespace LineMessageValue {
-inline constexpr std::int32_t kCallInfo = 1;
-inline constexpr std::int32_t kCallState = 2;
-inline constexpr std::int32_t kLineDevState = 8;
-inline constexpr std::int32_t kMonitorDigits = 9;
-inline constexpr std::int32_t kReply = 12;
-}  // namespace LineMessageValue
 
 }  // namespace kestro::telephony

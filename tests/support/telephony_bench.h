@@ -4,34 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "base/text.h"
 #include "contacts/contact_integration_module.h"
 #include "core/messages.h"
 #include "core/registry_settings_module.h"
 #include "core/shared_functions.h"
 #include "ports/memory_settings_store.h"
+#include "support/latin1_code_page.h"
 #include "support/log_capture.h"
 #include "telephony/tapi_functions_module.h"
 
 namespace kestro::test {
-
-/// One character a byte, as in the first 256 code points.
-class Latin1CodePage final : public ports::AnsiCodePage {
- public:
-  std::string ToText(std::string_view bytes) const override {
-    std::string text;
-    for (const char byte : bytes) base::AppendCharacter(text, static_cast<unsigned char>(byte));
-    return text;
-  }
-  std::string FromText(std::string_view text) const override {
-    std::string bytes;
-    for (std::size_t position = 0; position < text.size();) {
-      const char32_t character = base::NextCharacter(text, position);
-      bytes.push_back(character < 256 ? static_cast<char>(character) : '?');
-    }
-    return bytes;
-  }
-};
 
 /// Line functions of one device that deliver given bytes as structures. They
 /// are copied over the start of the caller's buffer.

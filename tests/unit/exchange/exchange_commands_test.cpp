@@ -2,29 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "base/text.h"
+#include "support/latin1_code_page.h"
 #include "unit/exchange/exchange_bench.h"
 
 namespace kestro {
 namespace {
-
-/// One byte a character of the first 256.
-class FirstCharacters final : public ports::AnsiCodePage {
- public:
-  std::string ToText(std::string_view bytes) const override {
-    std::string text;
-    for (const char byte : bytes) base::AppendCharacter(text, static_cast<unsigned char>(byte));
-    return text;
-  }
-  std::string FromText(std::string_view text) const override {
-    std::string bytes;
-    for (std::size_t position = 0; position < text.size();) {
-      const char32_t character = base::NextCharacter(text, position);
-      bytes.push_back(character < 256 ? static_cast<char>(character) : '?');
-    }
-    return bytes;
-  }
-};
 
 class ExchangeCommands : public testing::Test {
  protected:
@@ -33,7 +15,7 @@ class ExchangeCommands : public testing::Test {
   std::string Execute(std::string_view request) { return commands_.Execute(request); }
 
   test::ExchangeBench bench_;
-  FirstCharacters code_page_;
+  test::Latin1CodePage code_page_;
   exchange::ExchangeCommands commands_{bench_.exchange, code_page_};
 };
 
