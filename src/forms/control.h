@@ -57,6 +57,9 @@ class Control {
   /// The control whose caption names this one for assistive tools, with the mnemonic leading here.
   void SetNamedBy(const Control& label) { named_by_ = &label; }
   [[nodiscard]] const Control* named_by() const { return named_by_; }
+  /// The control's own name for assistive tools, where no other control's caption says it.
+  void SetSpokenName(std::string_view name) { Assign(spoken_name_, std::string(name)); }
+  [[nodiscard]] const std::string& spoken_name() const { return spoken_name_; }
 
  protected:
   Control(Form& form, Container* parent, std::string_view name, std::optional<int> array_index = {});
@@ -79,6 +82,7 @@ class Control {
   std::string name_;
   std::optional<int> array_index_;
   const Control* named_by_ = nullptr;
+  std::string spoken_name_;
   bool visible_ = true;
   bool enabled_ = true;
 };

@@ -32,6 +32,9 @@ void frmEditContact::Connect() {
   for (std::size_t i = 0; i < calls_.size(); ++i) {
     calls_[i]->on_click = [this, i] { MakeCall(static_cast<int>(i)); };
   }
+  for (std::size_t i = 0; i < phone_types_.size(); ++i) {
+    phone_types_[i]->on_click = [this, i] { NamePhone(static_cast<int>(i)); };
+  }
   cmdOK.on_click = [this] { cmdOK_Click(); };
   cmdCancel.on_click = [this] { cmdCancel_Click(); };
   cmdChangePicture.on_click = [this] { cmdChangePicture_Click(); };
@@ -43,26 +46,31 @@ void frmEditContact::Form_Load() {
 }
 
 void frmEditContact::EditNew(forms::Form& owner) {
+  if (!MayShowAnother()) return;
   BeforeShowControl(Mode::kNew, {}, "");
   ShowModal(&owner);
 }
 
 void frmEditContact::Edit(const Contact& contact, forms::Form& owner) {
+  if (!MayShowAnother()) return;
   BeforeShowControl(Mode::kEdit, contact, "");
   ShowModal(&owner);
 }
 
 void frmEditContact::EditBesideOthers(const Contact& contact) {
+  if (!MayShowAnother()) return;
   BeforeShowControl(Mode::kEdit, contact, "");
   ShowBesideOthers();
 }
 
 void frmEditContact::EditNewBesideOthers(std::string_view phone) {
+  if (!MayShowAnother()) return;
   BeforeShowControl(Mode::kNew, {}, phone);
   ShowBesideOthers();
 }
 
 void frmEditContact::EditNewFromCall(const std::optional<std::string>& phone) {
+  if (!MayShowAnother()) return;
   BeforeShowControl(Mode::kNewFromCall, {}, phone.value_or(""));
   ShowBesideOthers();
 }
@@ -71,6 +79,13 @@ void frmEditContact::ShowBesideOthers() {
   if (!visible()) return Show();
   SetWindowState(forms::WindowState::kNormal);
   needs_.foreground.ForceForegroundWindow(handle());
+}
+
+bool frmEditContact::MayShowAnother() {
+  if (!visible() || Entries() == entries_shown_) return true;
+  if (needs_.messages.Show(ports::kYesNo | ports::kQuestion, "310") == ports::BoxAnswer::kYes) return true;
+  ShowBesideOthers();
+  return false;
 }
 
 void frmEditContact::BeforeShowControl(Mode mode, const Contact& contact, std::string_view phone) {
@@ -89,6 +104,7 @@ void frmEditContact::BeforeShowControl(Mode mode, const Contact& contact, std::s
       txtPhone1.SetText(phone);
     }
     txtName.SetFocus();
+    entries_shown_ = Entries();
   });
 }
 

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "contacts/close_recordset.h"
 #include "contacts/contact_integration_module.h"
@@ -41,6 +42,9 @@ class frmEditContact final : public forms::Form {
     ports::FileDialogs& file_dialogs;
   };
   frmEditContact(forms::FormHost& host, const Needs& needs);
+
+  // What has been typed for another contact and is not stored is dropped only if
+  // the user says so; otherwise the window stays as it is and comes to the front.
 
   // From the main window: modal.
   void EditNew(forms::Form& owner);
@@ -120,9 +124,13 @@ class frmEditContact final : public forms::Form {
 
   void BeforeShowControl(Mode mode, const contacts::Contact& contact, std::string_view phone);
   void ShowBesideOthers();
+  [[nodiscard]] std::vector<std::string> Entries() const;
+  [[nodiscard]] bool MayShowAnother();
   void SetFieldMaxLengths();
   void FillUserFieldsNames();
   void FillTelephoneLists();
+  [[nodiscard]] std::string GetPhoneTypeName(int phone);
+  void NamePhone(int phone);
   void FillLists();
   void FillList(forms::ComboBox& list, std::unique_ptr<ports::Recordset> entries);
   void ClearFields();
@@ -145,6 +153,7 @@ class frmEditContact final : public forms::Form {
   Mode mode_ = Mode::kNew;
   contacts::Contact contact_;                    // being edited
   std::map<std::int64_t, int> phone_positions_;  // phone type id -> its place in the four lists
+  std::vector<std::string> entries_shown_;       // before the user changed anything
   std::string picture_path_;                     // shown; a chosen file is copied when the contact is stored
   bool picture_chosen_ = false;
 

@@ -42,6 +42,20 @@ void frmEditContact::FillTelephoneLists() {
   });
 }
 
+/// Named after the type in the list beside the box, or numbered without one.
+std::string frmEditContact::GetPhoneTypeName(int phone) {
+  return procedure_("GetPhoneTypeName", [&] {
+    const forms::ComboBox& types = *phone_types_.at(static_cast<std::size_t>(phone));
+    const bool has_type = !phone_positions_.empty() && types.list_index() >= 0;
+    return (has_type ? types.text() : needs_.texts.GetLocalizedString("159", {std::to_string(phone + 1)})) +
+           " :";
+  });
+}
+
+void frmEditContact::NamePhone(int phone) {
+  phones_.at(static_cast<std::size_t>(phone))->SetSpokenName(GetPhoneTypeName(phone));
+}
+
 void frmEditContact::FillLists() {
   procedure_("FillLists", [&] {
     auto lists = needs_.contacts.Connected<contacts::PickListService>();
@@ -70,6 +84,7 @@ void frmEditContact::LoadFieldsForContact(const Contact& contact) {
       phones_[i]->SetText(contact.Phone[i]);
       const auto position = phone_positions_.find(contact.PhoneType[i]);
       phone_types_[i]->SetListIndex(position == phone_positions_.end() ? -1 : position->second);
+      NamePhone(static_cast<int>(i));
     }
     txtStreet.SetText(contact.Street);
     txtCity.SetText(contact.City);
@@ -82,6 +97,19 @@ void frmEditContact::LoadFieldsForContact(const Contact& contact) {
     const bool shown = !picture_path_.empty() && needs_.files.FileExists(picture_path_);
     ContactPicture.SetFile(shown ? picture_path_ : std::string());
   });
+}
+
+/// Everything that the user can change, as it stands in the window.
+std::vector<std::string> frmEditContact::Entries() const {
+  std::vector<std::string> entries{txtName.text(),   txtCompany.text(), cmbPosition.text(), txtEmail.text(),
+                                   txtStreet.text(), txtCity.text(),    txtZIPCode.text(),  cmbCountry.text(),
+                                   txtNote.text(),   picture_path_};
+  for (std::size_t i = 0; i < phones_.size(); ++i) {
+    entries.push_back(phones_[i]->text());
+    entries.push_back(std::to_string(phone_types_[i]->list_index()));
+    entries.push_back(user_fields_[i]->text());
+  }
+  return entries;
 }
 
 /// Cutting to the stored widths is left to the contacts component, the search

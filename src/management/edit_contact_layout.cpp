@@ -12,7 +12,6 @@ void frmEditContact::LayOut() {
     PhonesPanel.Place(*phone_types_[i], {row, 0});
     PhonesPanel.Place(*phones_[i], {row, 1});
     PhonesPanel.Place(*calls_[i], {row, 2});
-    phones_[i]->SetNamedBy(PhonesPanel);
     phone_types_[i]->SetNamedBy(PhonesPanel);
   }
   PhonesPanel.GrowColumn(1);

@@ -59,6 +59,11 @@ void frmMainForm::BringUp() {
   foreground_.ForceForegroundWindow(handle());
 }
 
+void frmMainForm::ShowInFront() {
+  Show();
+  foreground_.ForceForegroundWindow(handle());
+}
+
 void frmMainForm::Form_Load() {
   procedure_.Outermost("Form_Load", [&] {
     GetFormTextTranslation();

@@ -24,8 +24,10 @@ class frmMainForm final : public forms::Form {
   };
   frmMainForm(forms::FormHost& host, const Needs& needs);
 
-  /// Shows the window as it stands and brings it to the foreground.
+  /// Shows the window in its normal size and brings it to the foreground.
   void BringUp();
+  /// Shows it and takes it to the front; a maximised window stays so.
+  void ShowInFront();
   /// Without a notification area the window is the only way to the application:
   /// closing it then minimises it instead of hiding it.
   void StayReachable() { stays_reachable_ = true; }

@@ -105,7 +105,7 @@ void SystemTrayEvents::mPopSettings_Click() {
 }
 
 void SystemTrayEvents::mnuContactsList_Click() {
-  procedure_.Outermost("mnuContactsList_Click", [&] { needs_.main_form.BringUp(); });
+  procedure_.Outermost("mnuContactsList_Click", [&] { needs_.main_form.ShowInFront(); });
 }
 
 void SystemTrayEvents::mAboutForm_Click() {

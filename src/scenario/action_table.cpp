@@ -54,6 +54,8 @@ constexpr auto kForms = std::to_array<ActionForm>({
     {kDuring, "during"},
     {kEnd, "end"},
     {kDialObject, "dial-object missing|fails|works"},
+    {kDatabase, "database writing-fails|reading-fails|works"},
+    {kAnotherProgram, "another-program TEXT"},
     {kLog, "log on|off"},
     {kDumpMenu, "dump menu"},
     {kDumpCall, "dump call"},

@@ -55,6 +55,8 @@ enum class ActionKind {
   kDuring,
   kEnd,
   kDialObject,
+  kDatabase,
+  kAnotherProgram,
   // looking
   kLog,
   kDumpMenu,

@@ -22,18 +22,22 @@ Lines MenuLines(Session& session) {
   return DumpMenu(menu, session.front_end.Driver().Read(menu.form()));
 }
 
-Lines RowLines(const Action& action, Session& session) {
-  static constexpr std::string_view kSelect = "select ";
-  const std::string_view statement = base::Trim(action.Text(0));
-  if (!base::EqualIgnoringCase(base::FirstCharacters(statement, kSelect.size()), kSelect)) {
-    throw ScriptError(action.line, "only SELECT statements can be dumped");
-  }
+Lines Execute(const Action& action, std::string_view statement, Session& session) {
   try {
     return DumpSql(statement, session.machine.Database(),
                    ConnectionStringOf(session.application()->DatabasePath()));
   } catch (const base::RuntimeError& error) {
     throw ScriptError(action.line, error.description());
   }
+}
+
+Lines RowLines(const Action& action, Session& session) {
+  static constexpr std::string_view kSelect = "select ";
+  const std::string_view statement = base::Trim(action.Text(0));
+  if (!base::EqualIgnoringCase(base::FirstCharacters(statement, kSelect.size()), kSelect)) {
+    throw ScriptError(action.line, "only SELECT statements can be dumped");
+  }
+  return Execute(action, statement, session);
 }
 
 /// Nothing for an action that is no dump.
@@ -53,6 +57,8 @@ std::optional<Lines> LinesOf(const Action& action, Session& session) {
       return Lines{DumpIcon(session.application()->TrayIconData(), session.machine.CodePage())};
     case ActionKind::kDumpSql:
       return RowLines(action, session);
+    case ActionKind::kAnotherProgram:
+      return Execute(action, action.Text(0), session);
     default:
       return std::nullopt;
   }

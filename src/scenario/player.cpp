@@ -39,6 +39,7 @@ unsigned TimeOf(ActionKind kind) {
     case ActionKind::kFile:
     case ActionKind::kFileCancel:
     case ActionKind::kDialObject:
+    case ActionKind::kDatabase:
     case ActionKind::kDuring:
       return kBeforeStart | kRunning;
     default:
@@ -146,6 +147,9 @@ bool Player::PerformOwnAction(const Action& action) {
       return true;
     case ActionKind::kDialObject:
       session_.dialling.SetDialObject(DialObjectOfWord(action.Text(0)));
+      return true;
+    case ActionKind::kDatabase:
+      session_.database.SetFault(DatabaseFaultOfWord(action.Text(0)));
       return true;
     case ActionKind::kDumpSettings:
       PerformDumpAction(action, session_);

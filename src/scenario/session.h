@@ -5,6 +5,7 @@
 #include "app/application.h"
 #include "exchange/exchange.h"
 #include "ports/memory_settings_store.h"
+#include "scenario/faulty_database.h"
 #include "scenario/machine.h"
 #include "scenario/problems.h"
 #include "scenario/recording_dialling.h"
@@ -44,6 +45,7 @@ class Session {
   RecordingFormHost windows;
   RecordingLog log;
   RecordingDialling dialling;
+  FaultyDatabase database;
   ScriptedSystemInformation system_information;
 
   /// Makes and starts the application. base::ProcessEnded comes through.

@@ -46,6 +46,7 @@ QString ObjectName(const forms::Control& control) {
 }
 
 QString AccessibleName(const forms::Control& control) {
+  if (!control.spoken_name().empty()) return ToQString(control.spoken_name());
   QString name = CaptionOf(control);
   if (name.isEmpty() && control.named_by() != nullptr) name = CaptionOf(*control.named_by());
   return name.isEmpty() ? ToQString(control.name()) : name;
