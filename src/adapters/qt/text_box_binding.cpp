@@ -50,11 +50,20 @@ class LineBinding final : public ControlBinding {
   QLineEdit& widget_;
 };
 
+/// Asks for no more than a few lines; where there is more room, the layout gives it.
+class LinesEdit final : public QPlainTextEdit {
+ public:
+  using QPlainTextEdit::QPlainTextEdit;
+  [[nodiscard]] QSize sizeHint() const override {
+    return {QPlainTextEdit::sizeHint().width(), minimumHeight()};
+  }
+};
+
 /// Several lines. The program's texts separate lines by CR LF, the widget keeps paragraphs.
 class LinesBinding final : public ControlBinding {
  public:
   LinesBinding(forms::TextBox& box, QWidget& parent, BindingOwner& owner)
-      : ControlBinding(box, owner), box_(box), widget_(*new QPlainTextEdit(&parent)) {
+      : ControlBinding(box, owner), box_(box), widget_(*new LinesEdit(&parent)) {
     widget_.setTabChangesFocus(true);
     widget_.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     const QFontMetrics metrics = widget_.fontMetrics();
