@@ -130,7 +130,7 @@ class Office {
   NoEnd process_;
   app::Application application_{{exchange_, code_page_, settings_, files_, area_, shell_, foreground_, boxes_,
                                  file_dialogs_, contacts_.database(), log_, process_, instances_, host_,
-                                 desktop_, desktop_, desktop_, desktop_}};
+                                 desktop_, desktop_, desktop_, desktop_, clock_}};
 };
 
 void RegisterOffering(Office& office, const char* name, bool log) {

@@ -59,6 +59,16 @@ if(KESTRO_TESTS)
     set_tests_properties(kill-while-saving PROPERTIES LABELS slow TIMEOUT 300)
   endif()
 
+  if(TARGET kestro_posix)
+    add_executable(import-contacts "${CMAKE_SOURCE_DIR}/tests/programs/import_contacts.cpp")
+    target_link_libraries(import-contacts PRIVATE ${test_libraries})
+    target_include_directories(import-contacts PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+    # A few kills only; the script makes a hundred by itself.
+    add_test(NAME kill-while-importing COMMAND "${CMAKE_SOURCE_DIR}/tests/kill_while_importing.sh"
+                                               "$<TARGET_FILE:import-contacts>" 5 20000)
+    set_tests_properties(kill-while-importing PROPERTIES LABELS slow TIMEOUT 300)
+  endif()
+
   # One test a folder: tests/scenarios/reception becomes scenario.reception.
   if(TARGET cti-scenario)
     file(GLOB_RECURSE scenario_files CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/scenarios/*.scenario")

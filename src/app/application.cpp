@@ -15,6 +15,8 @@
 #include "core/shared_functions.h"
 #include "core/shell_version.h"
 #include "generated/version.h"
+#include "import/contact_import_progress.h"
+#include "import/contacts_import.h"
 #include "management/about_form.h"
 #include "management/contact_list.h"
 #include "management/edit_contact.h"
@@ -131,9 +133,27 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
                                             {log, messages, texts, shared, contacts, edit_line}};
   management::ContactList list{{log, messages, flags, shared, lifecycle, dialling, contacts, main_form,
                                 editor, user_fields, phone_lines}};
-  std::vector<forms::Form*> forms{&main_form,   &tray,      &settings, &detail,
-                                  &unknown,     &internal,  &editor,   &user_fields,
-                                  &phone_lines, &edit_line, &about,    &system_information};
+  import::frmContactImportProgress import_progress{ports.windows, { log, messages, texts, flags, ending }};
+  import::ContactsImport contacts_import{
+      { log,
+        messages,
+        texts,
+        location,
+        contacts,
+        ports.files,
+        ports.file_dialogs,
+        ports.code_page,
+        ports.clock,
+        import_progress }};
+  /// The ending unloads these; the about window takes the system information along.
+  std::vector<forms::Form*> ending_forms{&main_form,   &tray,      &settings,        &detail,
+                                         &unknown,     &internal,  &editor,          &user_fields,
+                                         &phone_lines, &edit_line, &import_progress, &about};
+  std::vector<forms::Form*> forms = [this] {
+    std::vector<forms::Form*> all = ending_forms;
+    all.push_back(&system_information);
+    return all;
+  }();
 };
 
 Application::Application(const Ports& ports) : modules_(std::make_unique<Modules>(ports)) {
@@ -143,7 +163,8 @@ Application::Application(const Ports& ports) : modules_(std::make_unique<Modules
   m.list.on_phone_lines_changed = [&m] { m.menu.RepopulateTransferSubmenuData(); };
   m.list.on_help = [&m] { m.help.Open(); };
   m.list.on_about = [&m] { m.about.BringUp(); };
-  modules_->ending.SetForms(modules_->forms);
+  m.list.on_import = [&m] { m.import_progress.Import(m.main_form); };
+  m.ending.SetForms(m.ending_forms);
   modules_->ports.notification_area.SetCallback([modules = modules_.get()](std::uint32_t code) {
     modules->tray_events.Form_MouseMove(0, 0, static_cast<int>(code), 0);
   });

@@ -41,6 +41,7 @@ struct Ports {
   ports::ShellExecute& shell_execute;
   ports::SystemInformationTool& system_information;
   ports::Clipboard& clipboard;
+  const ports::Clock& clock;
 };
 
 }  // namespace kestro::app

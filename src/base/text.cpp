@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstring>
 #include <span>
 
 #include "base/runtime_error.h"
@@ -41,6 +42,17 @@ std::pair<std::size_t, char32_t> Decode(std::string_view text) {
   const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
   if (character < start->smallest || surrogate || character > 0x10FFFF) return {1, kReplacementCharacter};
   return {start->length, character};
+}
+
+/// How many of the first bytes are ASCII, counted in whole words: a few more may follow.
+std::size_t AsciiWords(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080'8080'8080'8080U;
+  std::size_t length = 0;
+  for (std::uint64_t word = 0; length + sizeof word <= text.size(); length += sizeof word) {
+    std::memcpy(&word, text.data() + length, sizeof word);
+    if ((word & kHighBits) != 0) break;
+  }
+  return length;
 }
 
 char32_t Mapped(std::span<const CasePair> pairs, char32_t character) {
@@ -104,6 +116,16 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
     if (found == std::string_view::npos) return result;
     result.append(with);
     text.remove_prefix(found + what.size());
+  }
+}
+
+bool IsUtf8(std::string_view text) {
+  while (true) {
+    text.remove_prefix(AsciiWords(text));
+    if (text.empty()) return true;
+    const auto [length, character] = Decode(text);
+    if (length == 1 && character == kReplacementCharacter) return false;
+    text.remove_prefix(length);
   }
 }
 

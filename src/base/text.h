@@ -21,6 +21,9 @@ namespace kestro::base {
 /// Replaces every occurrence of `what` (not empty) by `with`, in one pass from the left.
 [[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with);
 
+/// Whether the text is UTF-8 all through: no malformed byte.
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
 /// Takes the character at `position` and moves `position` behind it. A malformed
 /// byte yields U+FFFD and moves by one byte. `position` must be inside the text.
 [[nodiscard]] char32_t NextCharacter(std::string_view text, std::size_t& position);

@@ -90,13 +90,12 @@ Contact ReadContact(const ports::Recordset& row) {
   return contact;
 }
 
-Contact CutToWidths(Contact contact) {
+void CutToWidths(Contact& contact) {
   for (const auto& property : TextProperties()) {
     if (!property.width) continue;
     std::string& text = property.of(contact);
     text.resize(base::FirstCharacters(text, static_cast<std::size_t>(*property.width)).size());
   }
-  return contact;
 }
 
 }  // namespace kestro::contacts

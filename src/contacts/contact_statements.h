@@ -33,7 +33,7 @@ struct ContactStatements {
 /// The current row of one of the two selections.
 [[nodiscard]] Contact ReadContact(const ports::Recordset& row);
 
-/// The contact with every text cut to its width.
-[[nodiscard]] Contact CutToWidths(Contact contact);
+/// Cuts every text to its width.
+void CutToWidths(Contact& contact);
 
 }  // namespace kestro::contacts

@@ -22,7 +22,8 @@ void CTIContacts::DeleteContact(std::int64_t id_contact) {
 void CTIContacts::UpdateContact(const Contact& contact) {
   DatabaseSession session(database_, connection_string_);
   session.RequireRow("SELECT id_Contact FROM Contact WHERE id_Contact = ?", contact.id_Contact);
-  Contact stored = CutToWidths(contact);
+  Contact stored = contact;
+  CutToWidths(stored);
   auto values = ContactValues(stored);
   values.emplace_back(stored.id_Contact);
   session.Run(GetContactStatements().update, values);
@@ -30,8 +31,20 @@ void CTIContacts::UpdateContact(const Contact& contact) {
 
 std::int64_t CTIContacts::CreateContact(const Contact& contact) {
   DatabaseSession session(database_, connection_string_);
-  Contact stored = CutToWidths(contact);
+  Contact stored = contact;
+  CutToWidths(stored);
   return session.Insert(GetContactStatements().insert, ContactValues(stored));
+}
+
+void CTIContacts::CreateContacts(std::span<Contact> contacts) {
+  DatabaseSession session(database_, connection_string_);
+  session.InTransaction([&] {
+    const auto insertion = session.Prepare(GetContactStatements().insert);
+    for (Contact& contact : contacts) {
+      CutToWidths(contact);
+      DatabaseSession::Run(*insertion, ContactValues(contact));
+    }
+  });
 }
 
 std::unique_ptr<ports::Recordset> CTIContacts::SearchContacts(std::string_view name, std::string_view company,

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,9 @@ class CTIContacts {
   void UpdateContact(const Contact& contact);
   /// Stores a new contact, texts cut to their widths, and returns its key (id_Contact is not looked at).
   std::int64_t CreateContact(const Contact& contact);
+  /// Cuts the contacts' texts to their widths and stores them as new ones, all of them or, when it raises,
+  /// none.
+  void CreateContacts(std::span<Contact> contacts);
   /// Contacts whose fields contain the given texts (letter case ignored, no
   /// wildcards), ordered by name. An empty text sets no condition. Columns:
   /// id_Contact, Name, Company, City, Phone1. A result of any length can be

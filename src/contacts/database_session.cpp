@@ -3,6 +3,17 @@
 #include "base/runtime_error.h"
 
 namespace kestro::contacts {
+namespace {
+
+std::unique_ptr<ports::Recordset> Execute(ports::Command& statement,
+                                          const std::vector<DatabaseSession::Value>& values) {
+  for (const auto& value : values) {
+    std::visit([&statement](const auto& alternative) { statement.AppendParameter(alternative); }, value);
+  }
+  return statement.Execute(ports::Command::kExecuteUnspecified);
+}
+
+}  // namespace
 
 DatabaseSession::DatabaseSession(ports::Database& database, std::string_view connection_string)
     : database_(database), connection_(database.CreateConnection()) {
@@ -20,20 +31,25 @@ DatabaseSession::~DatabaseSession() {
   }
 }
 
-std::unique_ptr<ports::Recordset> DatabaseSession::Query(std::string_view text,
-                                                         const std::vector<Value>& values) {
-  const auto command = database_.CreateCommand();
+std::unique_ptr<ports::Command> DatabaseSession::Prepare(std::string_view text) {
+  auto command = database_.CreateCommand();
   command->SetCommandType(ports::Command::kText);
   command->SetCommandText(text);
   command->SetActiveConnection(*connection_);
-  for (const auto& value : values) {
-    std::visit([&command](const auto& alternative) { command->AppendParameter(alternative); }, value);
-  }
-  return command->Execute(ports::Command::kExecuteUnspecified);
+  return command;
+}
+
+std::unique_ptr<ports::Recordset> DatabaseSession::Query(std::string_view text,
+                                                         const std::vector<Value>& values) {
+  return Execute(*Prepare(text), values);
 }
 
 void DatabaseSession::Run(std::string_view text, const std::vector<Value>& values) {
   Query(text, values)->Close();
+}
+
+void DatabaseSession::Run(ports::Command& statement, const std::vector<Value>& values) {
+  Execute(statement, values)->Close();
 }
 
 std::int64_t DatabaseSession::Insert(std::string_view text, const std::vector<Value>& values) {

@@ -27,6 +27,9 @@ class DatabaseSession {
   /// The recordset must not outlive the session.
   [[nodiscard]] std::unique_ptr<ports::Recordset> Query(std::string_view text,
                                                         const std::vector<Value>& values = {});
+  /// A statement to be run several times.
+  [[nodiscard]] std::unique_ptr<ports::Command> Prepare(std::string_view text);
+  static void Run(ports::Command& statement, const std::vector<Value>& values);
   void Run(std::string_view text, const std::vector<Value>& values = {});
   /// Runs an insertion and returns the key of the new row.
   std::int64_t Insert(std::string_view text, const std::vector<Value>& values);

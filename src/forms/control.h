@@ -20,6 +20,7 @@ enum class ControlKind {
   kFrame,
   kTabPages,
   kPicture,
+  kProgressBar,
   kMenuItem,
   kGrid,
   kToolBar,

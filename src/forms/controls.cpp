@@ -61,6 +61,19 @@ void TabPages::SetTabCaption(int index, std::string_view caption) {
   Assign(page(index).caption_, std::string(caption));
 }
 
+void ProgressBar::SetRange(int minimum, int maximum) {
+  if (maximum < minimum) {
+    throw base::RuntimeError(base::kInvalidProcedureCall, "Invalid procedure call or argument");
+  }
+  if (minimum == minimum_ && maximum == maximum_) return;
+  minimum_ = minimum;
+  maximum_ = maximum;
+  value_ = std::clamp(value_, minimum_, maximum_);
+  Changed();
+}
+
+void ProgressBar::SetValue(int value) { Assign(value_, std::clamp(value, minimum_, maximum_)); }
+
 MenuItem::MenuItem(Form& form, MenuItem* parent_item, std::string_view name, Role role,
                    std::optional<int> array_index)
     : CaptionedControl(form, nullptr, name, array_index), parent_item_(parent_item), role_(role) {

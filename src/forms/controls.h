@@ -179,6 +179,26 @@ class Picture final : public Control {
   std::string file_;
 };
 
+/// Shows how far a work has come. Without a range (minimum and maximum equal) it shows that the work goes on
+/// and not how far it is.
+class ProgressBar final : public Control {
+ public:
+  ProgressBar(Form& form, Container* parent, std::string_view name) : Control(form, parent, name) {}
+  [[nodiscard]] ControlKind kind() const override { return ControlKind::kProgressBar; }
+  [[nodiscard]] int minimum() const { return minimum_; }
+  [[nodiscard]] int maximum() const { return maximum_; }
+  [[nodiscard]] int value() const { return value_; }
+  /// Raises 5 when the maximum is below the minimum. The value is moved into the range.
+  void SetRange(int minimum, int maximum);
+  /// A value beyond the range is moved to its end.
+  void SetValue(int value);
+
+ private:
+  int minimum_ = 0;
+  int maximum_ = 100;
+  int value_ = 0;
+};
+
 /// An entry of a menu. Roots are pop-up menus or the heads of the menu bar.
 class MenuItem final : public CaptionedControl {
  public:

@@ -22,6 +22,14 @@ struct GridReading {
   friend bool operator==(const GridReading&, const GridReading&) = default;
 };
 
+/// What a progress bar shows.
+struct ProgressReading {
+  int value = 0;
+  int maximum = 0;
+
+  friend bool operator==(const ProgressReading&, const ProgressReading&) = default;
+};
+
 /// What a window's control shows, as read from the front end.
 struct ControlReading {
   std::string name;                    // "NAME", or "NAME(INDEX)" for an element of an array
@@ -33,10 +41,11 @@ struct ControlReading {
   bool disabled = false;
   bool checked = false;
   bool focus = false;
-  std::optional<std::string> typed = {};   // field of an editable list
-  std::optional<GridReading> grid = {};    // of a grid
-  std::vector<int> hidden_buttons = {};    // of a tool bar, numbered from 1, without the gaps
-  std::vector<int> disabled_buttons = {};  // of those that are shown
+  std::optional<std::string> typed = {};         // field of an editable list
+  std::optional<GridReading> grid = {};          // of a grid
+  std::optional<ProgressReading> progress = {};  // of a progress bar
+  std::vector<int> hidden_buttons = {};          // of a tool bar, numbered from 1, without the gaps
+  std::vector<int> disabled_buttons = {};        // of those that are shown
 
   friend bool operator==(const ControlReading&, const ControlReading&) = default;
 };

@@ -43,6 +43,11 @@ void frmAbout::Form_Load() {
   procedure_.Outermost("Form_Load", [&] { GetFormTextTranslation(); });
 }
 
+/// The window that this one has opened goes with it.
+void frmAbout::Form_Unload() {
+  procedure_.Outermost("Form_Unload", [&] { information_.RequestUnload(forms::kFromCode); });
+}
+
 void frmAbout::GetFormTextTranslation() {
   procedure_("GetFormTextTranslation", [&] {
     SetCaption(texts_.GetLocalizedString("191"));

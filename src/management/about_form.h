@@ -37,6 +37,7 @@ class frmAbout final : public forms::Form {
  private:
   void LayOut();
   void Form_Load() override;
+  void Form_Unload() override;
   void GetFormTextTranslation();
   void StartSysInfo();
   void cmdSysInfo_Click();

@@ -24,6 +24,7 @@ void ContactList::Connect() {
   window.mnuNewContact.on_click = [this] { mnuNewContact_Click(); };
   window.mnuEditContact.on_click = [this] { mnuEditContact_Click(); };
   window.mnuDeleteContact.on_click = [this] { mnuDeleteContact_Click(); };
+  window.mnuImportContacts.on_click = [this] { mnuImportContacts_Click(); };
   window.mnuUserFields.on_click = [this] { mnuUserFields_Click(); };
   window.mnuPhoneLines.on_click = [this] { mnuPhoneLines_Click(); };
   window.mnuHelpContents.on_click = [this] {
@@ -248,6 +249,16 @@ void ContactList::StartMonitoring() {
   auto fault = core::Functions::StartFault::kNone;
   std::string message;
   needs_.lifecycle.StartApplication(fault, message);
+}
+
+void ContactList::mnuImportContacts_Click() {
+  procedure_.Outermost("mnuImportContacts_Click", [&] {
+    if (!HasDatabase()) return;
+    WithoutMonitoring([&] {
+      if (on_import) on_import();
+      ProcessSearch(false);
+    });
+  });
 }
 
 void ContactList::mnuUserFields_Click() {

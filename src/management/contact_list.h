@@ -48,6 +48,8 @@ class ContactList {
 
   /// The internal lines have changed, plugged in by the application.
   forms::Handler on_phone_lines_changed;
+  /// Imports contacts and returns when that is over, plugged in by the application.
+  forms::Handler on_import;
   forms::Handler on_help;
   forms::Handler on_about;
 
@@ -74,6 +76,7 @@ class ContactList {
   void mnuEditContact_Click();
   void mnuDeleteContact_Click();
   void mnuCallContact_Click();
+  void mnuImportContacts_Click();
   void mnuUserFields_Click();
   void mnuPhoneLines_Click();
 

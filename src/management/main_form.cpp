@@ -22,7 +22,6 @@ frmMainForm::frmMainForm(forms::FormHost& host, const Needs& needs)
   mnuDeleteContact.SetShortcut("Del");
   mnuEditContact.SetEnabled(false);
   mnuDeleteContact.SetEnabled(false);
-  mnuImportContacts.SetEnabled(false);  // this version cannot import yet
   ContactsGrid.SetEnabled(false);
   for (const int tool : {kToolEdit, kToolDelete, kToolCall}) ActionToolbar.SetItemEnabled(tool, false);
   // There is no page of ours on the web that it could open.

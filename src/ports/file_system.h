@@ -3,10 +3,22 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace kestro::ports {
+
+/// A file that is being read from its start to its end. What happens to the file
+/// meanwhile (it grows, it is renamed or deleted) disturbs nobody: the bytes are
+/// those that are there when they are read.
+class FileReader {
+ public:
+  virtual ~FileReader() = default;
+  /// Puts the next bytes into the block (not empty) and returns their number, 0
+  /// at the end. Raises 75 when the file cannot be read any further.
+  [[nodiscard]] virtual std::size_t Read(std::span<char> block) = 0;
+};
 
 /// The scripting file-system object. Paths are the system's own ("\"
 /// separators, UTF-8); the adapter translates. A failure is raised as
@@ -30,6 +42,8 @@ class FileSystem {
   /// The first bytes of a file, at most `most_bytes`. Raises 53 for a missing file, 75 for one that cannot be
   /// read.
   [[nodiscard]] virtual std::string ReadStart(std::string_view path, std::size_t most_bytes) const = 0;
+  /// Opens a file to be read in blocks. Raises like ReadStart.
+  [[nodiscard]] virtual std::unique_ptr<FileReader> OpenForReading(std::string_view path) const = 0;
   /// Folder in which the program lies, without a trailing separator.
   [[nodiscard]] virtual std::string ProgramFolder() const = 0;
   /// The user's application-data folder; raises when there is none.

@@ -53,6 +53,7 @@ enum class ActionKind {
   kFile,
   kFileCancel,
   kDuring,
+  kLater,
   kEnd,
   kDialObject,
   kDatabase,

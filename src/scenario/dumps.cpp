@@ -40,6 +40,10 @@ std::string ControlLine(const forms::ControlReading& control, std::size_t depth)
   if (control.typed && control.index == -1 && !control.typed->empty()) {
     line += " text " + Quoted(*control.typed);
   }
+  if (control.progress) {
+    line += " value " + std::to_string(control.progress->value) + " of " +
+            std::to_string(control.progress->maximum);
+  }
   if (control.grid) line += " rows " + std::to_string(control.grid->row_count);
   line += NumbersBehind("hidden", control.hidden_buttons);
   line += NumbersBehind("disabled", control.disabled_buttons);

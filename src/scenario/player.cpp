@@ -56,6 +56,7 @@ bool OnlyLooks(const Action& action) {
 Player::Player(Machine& machine, FrontEnd& front_end, Transcript& transcript, WindowViewer viewer)
     : session_(machine, front_end, transcript), world_(session_), viewer_(std::move(viewer)) {
   session_.windows.SetModalHook([this](forms::Form& window) { RunBlockLater(window); });
+  session_.windows.SetPauseHook([this] { GoOnLater(); });
 }
 
 Player::~Player() { session_.transcript.Close(); }
@@ -136,6 +137,8 @@ bool Player::PerformOwnAction(const Action& action) {
     case ActionKind::kAnswer:
       QueueAnswer(action);
       return true;
+    case ActionKind::kLater:
+      throw ScriptError(action.line, "\"later\" has its place between \"during\" and \"end\"");
     case ActionKind::kDuring:
       blocks_.push_back(&action);
       return true;
@@ -194,33 +197,71 @@ void Player::RunBlockLater(forms::Form& window) {
 void Player::RunBlock(forms::Form& window) {
   const bool ended_before = ended_;
   try {
-    if (!block_error_) {
-      if (blocks_.empty()) throw Failure(last_line_, "no \"during\" tells what to do with " + window.name());
-      const Action& during = *blocks_.front();
-      blocks_.pop_front();
-      PerformBlock(during, window);
-    }
+    if (!block_error_) PerformBlock(TakeBlock(window));
   } catch (...) {
     block_error_ = std::current_exception();
   }
   if (ended_ && !ended_before) throw base::ProcessEnded{};
-  if (window.visible()) window.Hide();
+  if (window.visible() && !resting_) window.Hide();
 }
 
-void Player::PerformBlock(const Action& during, forms::Form& window) {
+Player::Block Player::TakeBlock(forms::Form& window) {
+  if (resting_) return *std::exchange(resting_, std::nullopt);
+  if (blocks_.empty()) throw Failure(last_line_, "no \"during\" tells what to do with " + window.name());
+  const Action* during = blocks_.front();
+  blocks_.pop_front();
+  return {during, &window};
+}
+
+void Player::GoOnLater() {
+  if (!resting_) return;
+  session_.front_end.Post([this] {
+    if (!resting_ || !resting_->window->visible()) return;
+    if (session_.boxes.open()) {
+      GoOnLater();
+    } else {
+      RunBlock(*resting_->window);
+    }
+  });
+}
+
+void Player::PerformBlock(Block block) {
   session_.transcript.EnterBlock();
   ViewAppeared();
-  for (const Action& action : during.block) Perform(action);
-  session_.transcript.LeaveBlock();
-  session_.transcript.Begin("end", true);
-  if (!ended_ && window.visible()) {
-    throw Failure(during.end_line, "the window " + window.name() + " is still open");
+  const std::vector<Action>& actions = block.during->block;
+  while (block.next < actions.size()) {
+    const Action& action = actions[block.next++];
+    if (action.kind != ActionKind::kLater) {
+      Perform(action);
+    } else if (session_.windows.in_pause()) {
+      session_.transcript.Begin(action.text, false);
+      resting_ = block;
+      break;
+    }
   }
+  session_.transcript.LeaveBlock();
+  if (!resting_) EndBlock(block);
+}
+
+/// A window that works by itself may still be open: it is to close itself.
+void Player::EndBlock(Block block) {
+  if (!block.over) session_.transcript.Begin("end", true);
+  block.over = true;
+  if (ended_ || !block.window->visible()) return;
+  if (!session_.windows.in_pause()) {
+    throw Failure(block.during->end_line, "the window " + block.window->name() + " is still open");
+  }
+  resting_ = block;
 }
 
 void Player::RaiseWhatWentWrong(const Action& action) {
   if (block_error_) std::rethrow_exception(block_error_);
   if (const auto problem = session_.problems.Take()) throw Failure(action.line, *problem);
+  if (!resting_ || resting_->window->visible()) return;
+  const Block closed = *std::exchange(resting_, std::nullopt);
+  if (!closed.over && !ended_) {
+    throw Failure(closed.during->end_line, "the window " + closed.window->name() + " closed before the end");
+  }
 }
 
 void Player::CheckLeftOvers() const {

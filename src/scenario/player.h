@@ -3,6 +3,7 @@
 #include <deque>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,14 @@ class Player {
   [[nodiscard]] Verdict Play(const std::vector<Action>& script);
 
  private:
+  /// A block on its way.
+  struct Block {
+    const Action* during;
+    forms::Form* window;
+    std::size_t next = 0;  // of its actions
+    bool over = false;     // its `end` has been reached; the window still works
+  };
+
   void PlayAll(const std::vector<Action>& script);
   void Perform(const Action& action);
   void CheckTime(const Action& action) const;
@@ -49,7 +58,11 @@ class Player {
   void Expect(const Action& action) const;
   void RunBlockLater(forms::Form& window);
   void RunBlock(forms::Form& window);
-  void PerformBlock(const Action& during, forms::Form& window);
+  /// A block that rests goes on in the next pause of its window's work.
+  void GoOnLater();
+  [[nodiscard]] Block TakeBlock(forms::Form& window);
+  void PerformBlock(Block block);
+  void EndBlock(Block block);
   void RaiseWhatWentWrong(const Action& action);
   void CheckLeftOvers() const;
   void ViewAppeared();
@@ -60,6 +73,7 @@ class Player {
   World world_;
   WindowViewer viewer_;
   std::deque<const Action*> blocks_;  // of `during`, in the order in which they are used
+  std::optional<Block> resting_;      // waits for the next pause of its window's work
   std::exception_ptr block_error_;    // what ended a block, on its way out of the application
   int last_line_ = 0;
   bool ended_ = false;

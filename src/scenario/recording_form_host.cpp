@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/scope_value.h"
 #include "scenario/quoting.h"
 
 namespace kestro::scenario {
@@ -81,6 +82,14 @@ void RecordingFormHost::PopupMenu(forms::Form& form, forms::MenuItem& menu) {
 void RecordingFormHost::SetPointer(forms::Pointer pointer) {
   transcript_.Add(pointer == forms::Pointer::kHourglass ? "pointer hourglass" : "pointer default");
   inner_.SetPointer(pointer);
+}
+
+void RecordingFormHost::DoEvents() {
+  {
+    const base::ScopeValue pause(in_pause_, true);
+    inner_.DoEvents();
+  }
+  if (pause_hook_) pause_hook_();
 }
 
 bool RecordingForegroundWindows::SetForegroundWindow(ports::WindowHandle window) {

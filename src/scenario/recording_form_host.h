@@ -27,6 +27,11 @@ class RecordingFormHost final : public forms::FormHost {
   /// The hook arranges for what happens while the modal window waits.
   void SetModalHook(ModalHook hook) { modal_hook_ = std::move(hook); }
 
+  /// The hook runs behind each pause in which the application, at work, lets events run.
+  void SetPauseHook(forms::Handler hook) { pause_hook_ = std::move(hook); }
+  /// Such a pause is on.
+  [[nodiscard]] bool in_pause() const { return in_pause_; }
+
   /// Name of the loaded window of that handle, empty for another number.
   [[nodiscard]] std::string WindowName(ports::WindowHandle window) const;
   /// Whether the user could use the window's own close button.
@@ -51,7 +56,7 @@ class RecordingFormHost final : public forms::FormHost {
   void PopupMenu(forms::Form& form, forms::MenuItem& menu) override;
   [[nodiscard]] forms::ScreenSize Screen() const override { return screen_; }
   void SetPointer(forms::Pointer pointer) override;
-  void DoEvents() override { inner_.DoEvents(); }
+  void DoEvents() override;
 
  private:
   void Appeared(forms::Form& form);
@@ -60,6 +65,8 @@ class RecordingFormHost final : public forms::FormHost {
   Transcript& transcript_;
   forms::ScreenSize screen_;
   ModalHook modal_hook_;
+  forms::Handler pause_hook_;
+  bool in_pause_ = false;
   std::map<ports::WindowHandle, forms::Form*> windows_;
   std::vector<forms::Form*> modal_;
   std::vector<forms::Form*> appeared_;

@@ -48,6 +48,9 @@ class RecordingFileSystem final : public ports::FileSystem {
   [[nodiscard]] std::string ReadStart(std::string_view path, std::size_t most_bytes) const override {
     return inner_.ReadStart(path, most_bytes);
   }
+  [[nodiscard]] std::unique_ptr<ports::FileReader> OpenForReading(std::string_view path) const override {
+    return inner_.OpenForReading(path);
+  }
   [[nodiscard]] std::string ProgramFolder() const override { return inner_.ProgramFolder(); }
   [[nodiscard]] std::string UserDataFolder() const override { return inner_.UserDataFolder(); }
 

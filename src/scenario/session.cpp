@@ -44,6 +44,7 @@ void Session::StartApplication() {
       shell_execute_,
       system_information,
       clipboard_,
+      clock_,
   });
   application_->Start();
 }

@@ -18,6 +18,7 @@
 #include "scenario/recording_stores.h"
 #include "scenario/scripted_instances.h"
 #include "scenario/scripted_shell_information.h"
+#include "scenario/stopped_clock.h"
 #include "scenario/transcript.h"
 
 namespace kestro::scenario {
@@ -65,6 +66,7 @@ class Session {
   RecordingProcessControl process_;
   RecordingShellExecute shell_execute_;
   RecordingClipboard clipboard_;
+  StoppedClock clock_;
   std::unique_ptr<app::Application> application_;  // last: it uses all of the above until its end
 };
 

@@ -123,7 +123,9 @@ void World::WriteFile(const Action& action, std::string_view folder) {
   const bool leaves_folder = name.empty() || name.front() == '\\' || name.find("..") != std::string::npos ||
                              name.find_first_of(":/") != std::string::npos;
   if (leaves_folder) throw ScriptError(action.line, Quoted(name) + " is no name inside the folder");
-  const std::string bytes = session_.machine.CodePage().FromText(action.Text(1));
+  const bool as_it_stands = action.Option("utf-8") != nullptr;
+  const std::string bytes =
+      as_it_stands ? action.Text(1) : session_.machine.CodePage().FromText(action.Text(1));
   OnMachine(action.line, [&] { session_.machine.WriteFile(ports::BuildPath(folder, name), bytes); });
 }
 

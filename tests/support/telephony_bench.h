@@ -124,6 +124,7 @@ class TelephonyBench final : public telephony::LineEventReceiver,
   int FileAttributes(std::string_view) const override { Refuse(); }
   std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { Refuse(); }
   std::string ReadStart(std::string_view, std::size_t) const override { Refuse(); }
+  std::unique_ptr<ports::FileReader> OpenForReading(std::string_view) const override { return {}; }
   std::string ProgramFolder() const override { return "C:\\Program"; }
   std::string UserDataFolder() const override { return "C:\\Data"; }
   ports::BoxAnswer Show(std::string_view text, int) override {

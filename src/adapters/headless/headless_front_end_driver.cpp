@@ -77,6 +77,11 @@ void ReadContent(const Control& control, ControlReading& reading) {
     case ControlKind::kPicture:
       reading.picture = dynamic_cast<const forms::Picture&>(control).file();
       break;
+    case ControlKind::kProgressBar: {
+      const auto& bar = dynamic_cast<const forms::ProgressBar&>(control);
+      reading.progress = {bar.value(), bar.maximum()};
+      break;
+    }
     case ControlKind::kCheckBox:
       reading.checked = dynamic_cast<const forms::CheckBox&>(control).value() != 0;
       reading.texts = {dynamic_cast<const forms::CheckBox&>(control).caption()};

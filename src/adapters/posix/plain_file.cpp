@@ -27,16 +27,22 @@ FileDescriptor OpenPlainFile(const std::string& path) {
   return file;
 }
 
+std::size_t ReadSome(const FileDescriptor& file, std::span<char> block) {
+  while (true) {
+    const ssize_t count = ::read(file.get(), block.data(), block.size());
+    if (count >= 0) return static_cast<std::size_t>(count);
+    if (errno != EINTR) Raise();
+  }
+}
+
 std::string ReadUpTo(const FileDescriptor& file, std::size_t most_bytes) {
   std::string content;
   std::array<char, kBlockBytes> block{};
   while (content.size() < most_bytes) {
-    const ssize_t count =
-        ::read(file.get(), block.data(), std::min(block.size(), most_bytes - content.size()));
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) Raise();
+    const auto wanted = std::min(block.size(), most_bytes - content.size());
+    const std::size_t count = ReadSome(file, std::span(block).first(wanted));
     if (count == 0) break;
-    content.append(block.data(), static_cast<std::size_t>(count));
+    content.append(block.data(), count);
   }
   return content;
 }

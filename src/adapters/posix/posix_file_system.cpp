@@ -25,6 +25,15 @@ std::optional<mode_t> ModeOf(const PathMap& paths, std::string_view path) {
   return status.st_mode;
 }
 
+class PlainFileReader final : public ports::FileReader {
+ public:
+  explicit PlainFileReader(FileDescriptor file) : file_(std::move(file)) {}
+  [[nodiscard]] std::size_t Read(std::span<char> block) override { return ReadSome(file_, block); }
+
+ private:
+  FileDescriptor file_;
+};
+
 std::string WithoutTrailingSeparator(std::string path) {
   while (path.size() > 1 && path.back() == '/') path.pop_back();
   return path;
@@ -60,6 +69,10 @@ int PosixFileSystem::FileAttributes(std::string_view path) const {
   if (!mode) RaiseError(base::kFileNotFound);
   const bool writable = (*mode & S_IWUSR) != 0 && ::access(paths_.ToNative(path).c_str(), W_OK) == 0;
   return (writable ? 0 : kReadOnlyAttribute) | (S_ISDIR(*mode) ? kFolderAttribute : 0);
+}
+
+std::unique_ptr<ports::FileReader> PosixFileSystem::OpenForReading(std::string_view path) const {
+  return std::make_unique<PlainFileReader>(OpenPlainFile(paths_.ToNative(path)));
 }
 
 std::string PosixFileSystem::ReadStart(std::string_view path, std::size_t most_bytes) const {

@@ -20,6 +20,7 @@ class PosixFileSystem final : public ports::FileSystem {
   void CopyFileTo(std::string_view source, std::string_view target, bool overwrite) override;
   /// Read-only: the owner's write permission is missing, or this user may not write.
   [[nodiscard]] int FileAttributes(std::string_view path) const override;
+  [[nodiscard]] std::unique_ptr<ports::FileReader> OpenForReading(std::string_view path) const override;
   [[nodiscard]] std::string ReadStart(std::string_view path, std::size_t most_bytes) const override;
   [[nodiscard]] std::string ReadTextLinesJoined(std::string_view path, std::size_t most_bytes) const override;
   [[nodiscard]] std::string ProgramFolder() const override;

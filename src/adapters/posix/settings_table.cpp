@@ -8,10 +8,10 @@ namespace kestro::adapters {
 bool SettingsTable::IsKey(std::string_view text) {
   const bool names_are_empty = text.empty() || text.front() == '\\' || text.back() == '\\' ||
                                text.find("\\\\") != std::string_view::npos;
-  return !names_are_empty && IsUtf8(text) && !HasControlCharacter(text);
+  return !names_are_empty && base::IsUtf8(text) && !HasControlCharacter(text);
 }
 
-bool SettingsTable::IsName(std::string_view text) { return IsUtf8(text); }
+bool SettingsTable::IsName(std::string_view text) { return base::IsUtf8(text); }
 
 bool SettingsTable::HasKey(std::string_view key) const {
   const std::string folded = base::FoldCase(key);

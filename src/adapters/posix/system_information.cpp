@@ -16,7 +16,7 @@ constexpr int kMostLines = 200;
 
 /// What comes from outside is shown on one line of bearable length, or not at all.
 std::string Presentable(std::string_view text) {
-  if (HasControlCharacter(text) || !IsUtf8(text)) return {};
+  if (HasControlCharacter(text) || !base::IsUtf8(text)) return {};
   return std::string(base::FirstCharacters(base::Trim(text), kMostCharacters));
 }
 

@@ -20,12 +20,6 @@ void ForEachCharacter(std::string_view text, const std::function<void(char32_t, 
   }
 }
 
-bool IsUtf8(std::string_view text) {
-  bool valid = true;
-  ForEachCharacter(text, [&](char32_t character, std::string_view) { valid &= character != kMalformedByte; });
-  return valid;
-}
-
 bool IsControlCharacter(char32_t character) {
   const bool control = character < 0x20 || (character >= 0x7F && character < 0xA0);
   const bool line_separator = character == 0x2028 || character == 0x2029;

@@ -11,8 +11,6 @@ inline constexpr char32_t kMalformedByte = 0xFFFFFFFF;
 void ForEachCharacter(std::string_view text,
                       const std::function<void(char32_t character, std::string_view bytes)>& visit);
 
-[[nodiscard]] bool IsUtf8(std::string_view text);
-
 /// Control characters, line separators and the byte order mark: what an editor
 /// does not show or takes for a line end.
 [[nodiscard]] bool IsControlCharacter(char32_t character);

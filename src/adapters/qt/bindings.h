@@ -15,6 +15,8 @@ namespace kestro::adapters {
 [[nodiscard]] std::unique_ptr<ControlBinding> BindFrame(forms::Frame&, QWidget& parent, BindingOwner&);
 [[nodiscard]] std::unique_ptr<ControlBinding> BindTabPages(forms::TabPages&, QWidget& parent, BindingOwner&);
 [[nodiscard]] std::unique_ptr<ControlBinding> BindPicture(forms::Picture&, QWidget& parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> BindProgressBar(forms::ProgressBar&, QWidget& parent,
+                                                              BindingOwner&);
 [[nodiscard]] std::unique_ptr<ControlBinding> BindGrid(forms::Grid&, QWidget& parent, BindingOwner&);
 [[nodiscard]] std::unique_ptr<ControlBinding> BindToolBar(forms::ToolBar&, QWidget& parent, BindingOwner&);
 

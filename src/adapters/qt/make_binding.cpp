@@ -26,6 +26,8 @@ std::unique_ptr<ControlBinding> MakeByKind(forms::Control& control, QWidget& par
       return BindTabPages(dynamic_cast<forms::TabPages&>(control), parent, owner);
     case ControlKind::kPicture:
       return BindPicture(dynamic_cast<forms::Picture&>(control), parent, owner);
+    case ControlKind::kProgressBar:
+      return BindProgressBar(dynamic_cast<forms::ProgressBar&>(control), parent, owner);
     case ControlKind::kGrid:
       return BindGrid(dynamic_cast<forms::Grid&>(control), parent, owner);
     case ControlKind::kToolBar:

@@ -72,6 +72,15 @@ void Prepare(QMessageBox& box, const QString& title, std::string_view text, int 
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
 }
 
+/// A question can be asked in the middle of a long work; the hourglass is not for its buttons.
+class ArrowPointer {
+ public:
+  ArrowPointer() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+  ~ArrowPointer() { QGuiApplication::restoreOverrideCursor(); }
+  ArrowPointer(const ArrowPointer&) = delete;
+  ArrowPointer& operator=(const ArrowPointer&) = delete;
+};
+
 }  // namespace
 
 BoxAnswer QtMessageBoxes::Show(std::string_view text, int style) {
@@ -80,6 +89,7 @@ BoxAnswer QtMessageBoxes::Show(std::string_view text, int style) {
   Prepare(box, ToQString(title_), text, style);
   // One that appears by itself must not take the Enter key meant for another program.
   box.setAttribute(Qt::WA_ShowWithoutActivating, !boundary_.user_action());
+  const ArrowPointer arrow;
   QEventLoop loop;
   QObject::connect(&box, &QMessageBox::finished, &loop, &QEventLoop::quit);
   box.show();

@@ -20,6 +20,7 @@ constexpr std::uintmax_t kSmallestPage = 512;
 constexpr const char* kSettings =
     "PRAGMA cell_size_check = ON;"
     "PRAGMA temp_store = MEMORY;"
+    "PRAGMA cache_spill = OFF;"
     "PRAGMA synchronous = FULL;"
     "PRAGMA journal_mode = DELETE;"
     "SELECT COUNT(*) FROM sqlite_schema;";  // reads the file: the first to notice that it is no database

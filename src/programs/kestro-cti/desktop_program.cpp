@@ -79,7 +79,7 @@ void DesktopProgram::MakeApplication() {
   application_ = std::make_unique<app::Application>(
       app::Ports{exchange_, code_page_, *world_.settings, files_, notification_area_, *shell_, foreground_,
                  boxes_, file_dialogs_, database_, log_, process_, instances_, windows_, dialling_,
-                 desktop_open_, system_information_, clipboard_});
+                 desktop_open_, system_information_, clipboard_, clock_});
 }
 
 void DesktopProgram::SetUpExchange() {

@@ -20,7 +20,12 @@ TEST(TextTest, AMalformedByteIsOneCharacter) {
        {"\x80", "\xC3", "\xC0\x80", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF"}) {
     EXPECT_EQ(CharacterCount(text), text.size()) << Hex(static_cast<unsigned char>(text[0]));
     EXPECT_EQ(FoldCase(text), text);
+    for (std::size_t before = 0; before < 20; ++before) {
+      EXPECT_FALSE(IsUtf8(std::string(before, 'a').append(text).append("bcdefghi"))) << before;
+    }
   }
+  EXPECT_TRUE(IsUtf8(""));
+  EXPECT_TRUE(IsUtf8("12345678901234567 Říha \xEF\xBF\xBD \xEF\xBB\xBF \xF0\x9F\x98\x80"));
 }
 
 TEST(TextTest, FoldsAllLetters) {

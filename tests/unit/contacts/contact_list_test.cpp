@@ -19,6 +19,7 @@
 #include "ports/file_system.h"
 #include "support/log_capture.h"
 #include "unit/support/contacts_database.h"
+#include "unit/support/no_files.h"
 
 namespace kestro::contacts {
 namespace {
@@ -69,20 +70,6 @@ class CountingDatabase final : public ports::Database {
 
  private:
   ports::Database& database_;
-};
-
-/// Needed by SharedFunctions for other things than sorting.
-class NoFiles final : public ports::FileSystem {
- public:
-  bool FileExists(std::string_view) const override { return false; }
-  bool FolderExists(std::string_view) const override { return false; }
-  void CreateFolder(std::string_view) override {}
-  void CopyFileTo(std::string_view, std::string_view, bool) override {}
-  int FileAttributes(std::string_view) const override { return 0; }
-  std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { return {}; }
-  std::string ReadStart(std::string_view, std::size_t) const override { return {}; }
-  std::string ProgramFolder() const override { return {}; }
-  std::string UserDataFolder() const override { return {}; }
 };
 
 class ContactListTest : public testing::Test {
@@ -145,7 +132,7 @@ TEST_F(ContactListTest, AHeaderClickSortsAndASecondOneTurnsTheOrder) {
   Create("a", "alfa", "Brno", "10");
   Create("c", "Čáp", "Ústí", "");
   Create("d", "Beta", "aš", "1");
-  NoFiles files;
+  test_support::NoFiles files;
   const core::SharedFunctions shared(log_, files);
   const auto rows = All();
   const struct {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "support/log_capture.h"
+#include "unit/support/no_files.h"
 #include "unit/support/temporary_folder.h"
 
 namespace kestro {
@@ -15,17 +16,9 @@ namespace {
 namespace fs = std::filesystem;
 using test_support::ReadFile;
 
-class ProgramFolderOnly final : public ports::FileSystem {
+class ProgramFolderOnly final : public test_support::NoFiles {
  public:
-  bool FileExists(std::string_view) const override { return false; }
-  bool FolderExists(std::string_view) const override { return false; }
-  void CreateFolder(std::string_view) override {}
-  void CopyFileTo(std::string_view, std::string_view, bool) override {}
-  int FileAttributes(std::string_view) const override { return 0; }
-  std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { return {}; }
-  std::string ReadStart(std::string_view, std::size_t) const override { return {}; }
   std::string ProgramFolder() const override { return "C:\\Program"; }
-  std::string UserDataFolder() const override { return "C:\\Data"; }
 };
 
 class Shell final : public ports::ShellExecute {
@@ -55,14 +48,6 @@ TEST(HelpPages, TheStartPageOfTheProgramsFolderIsOpened) {
 
 const fs::path kHelp = fs::path(KESTRO_PROGRAM_DIR) / "Help";
 
-/// Pictures of windows that the program does not have yet.
-const std::set<std::string> kToCome = {"import"};
-
-bool IsToCome(const std::string& picture) {
-  const std::string name = fs::path(picture).stem().string();
-  return kToCome.contains(name.substr(0, name.find('@')));
-}
-
 std::vector<fs::path> Pages() {
   std::vector<fs::path> pages;
   for (const auto& entry : fs::directory_iterator(kHelp)) {
@@ -86,8 +71,7 @@ TEST(HelpPagesInTheProgramFolder, LeadOnlyToWhatIsThere) {
   std::set<std::string> reached = {"index.html"};
   for (const fs::path& page : Pages()) {
     for (const std::string& reference : ReferencesIn(ReadFile(page))) {
-      const bool picture_to_come = reference.ends_with(".png") && IsToCome(reference);
-      EXPECT_EQ(!picture_to_come, fs::exists(kHelp / reference)) << page.filename() << ": " << reference;
+      EXPECT_TRUE(fs::exists(kHelp / reference)) << page.filename() << ": " << reference;
       if (page.filename() == "index.html") reached.insert(reference);
     }
   }

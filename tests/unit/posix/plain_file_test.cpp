@@ -1,3 +1,4 @@
+#include <array>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
@@ -38,6 +39,21 @@ TEST_F(TextLines, HaveNothingBetweenThem) {
   for (const auto& [content, joined] : rows) {
     test_support::WriteFile(folder_.File("file"), content);
     EXPECT_EQ(joined, Read("C:\\file"));
+  }
+}
+
+TEST_F(TextLines, AreReadInBlocksWhateverBecomesOfTheFile) {
+  test_support::WriteFile(folder_.File("file"), "one\ntwo");
+  const auto reader = files_.OpenForReading("C:\\file");
+  fs::remove(folder_.File("file"));
+  std::array<char, 5> block{};
+  EXPECT_EQ(5U, reader->Read(block));
+  EXPECT_EQ("one\nt", std::string_view(block.data(), block.size()));
+  EXPECT_EQ(2U, reader->Read(block));
+  EXPECT_EQ(0U, reader->Read(block));
+  ASSERT_EQ(0, ::mkfifo(folder_.File("reader-pipe").c_str(), 0600));
+  for (const auto& [path, error] : {std::pair{"C:\\file", 53}, {"C:\\", 75}, {"C:\\reader-pipe", 75}}) {
+    EXPECT_EQ(error, test::ErrorNumberOf([&] { static_cast<void>(files_.OpenForReading(path)); })) << path;
   }
 }
 

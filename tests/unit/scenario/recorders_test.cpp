@@ -25,6 +25,7 @@ class FewFiles final : public ports::FileSystem {
   int FileAttributes(std::string_view) const override { return 0; }
   std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { return {}; }
   std::string ReadStart(std::string_view, std::size_t) const override { return {}; }
+  std::unique_ptr<ports::FileReader> OpenForReading(std::string_view) const override { return {}; }
   std::string ProgramFolder() const override { return "C:\\Program"; }
   std::string UserDataFolder() const override { return "C:\\Data"; }
 };
