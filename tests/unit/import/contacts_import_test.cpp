@@ -139,7 +139,7 @@ TEST_F(ContactsImportTest, AFileThatCannotBeReadFurtherKeepsWhatWasRead) {
   EXPECT_EQ((Texts{"1", "2", "3", "4"}), Names());
   EXPECT_EQ(
       Texts{
-          "An error occurred during contact import. The import will be terminated.4 contacts were imported."},
+          "An error occurred during contact import. The import will be terminated.4contacts were imported."},
       bench_.boxes);
   EXPECT_FALSE(bench_.window().loaded());
 
