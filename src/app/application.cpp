@@ -10,6 +10,7 @@
 #include "core/lifecycle.h"
 #include "core/localization.h"
 #include "core/log_module.h"
+#include "core/masking_log.h"
 #include "core/messages.h"
 #include "core/registry_settings_module.h"
 #include "core/shared_functions.h"
@@ -22,6 +23,7 @@
 #include "management/edit_contact.h"
 #include "management/edit_line.h"
 #include "management/initialize_settings.h"
+#include "management/link_dialling.h"
 #include "management/main_form.h"
 #include "management/phone_lines_list.h"
 #include "management/settings.h"
@@ -79,7 +81,8 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
 
   Ports ports;
   core::ApplicationFlags flags;
-  core::LogModule log{ports.log};
+  core::MaskingLog masking_log{ports.log, ports.settings};
+  core::LogModule log{masking_log};
   core::Localization texts{log};
   core::Messages messages{texts, ports.boxes};
   core::SharedFunctions shared{log, ports.files};
@@ -133,6 +136,7 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
                                             {log, messages, texts, shared, contacts, edit_line}};
   management::ContactList list{{log, messages, flags, shared, lifecycle, dialling, contacts, main_form,
                                 editor, user_fields, phone_lines}};
+  management::LinkDialling link_dialling{{log, messages, flags, dialling}};
   import::frmContactImportProgress import_progress{ports.windows, { log, messages, texts, flags, ending }};
   import::ContactsImport contacts_import{
       { log,
@@ -177,6 +181,8 @@ void Application::Start() { modules_->main_form.Load(); }
 void Application::Activate() {
   if (!modules_->flags.ModalDialogOpen) modules_->main_form.BringUp();
 }
+
+void Application::DialLink(std::string_view number) { modules_->link_dialling.DialLink(number); }
 
 void Application::End() { modules_->ending.IsApplicationShutdown(); }
 

@@ -26,6 +26,10 @@ class Application {
   void Start();
   /// A second start of the program asks this one to come to the front.
   void Activate();
+  /// A link that asks for a call was opened: its number (see core/dial_link.h), or
+  /// nothing when it holds none. The user is asked first. Before the start has come
+  /// to its end it must not be called.
+  void DialLink(std::string_view number);
   /// Ends the application in order (session end, SIGTERM): line closed, windows
   /// unloaded, icon removed. Ends in base::ProcessEnded.
   void End();

@@ -19,6 +19,8 @@ class Dialling {
   /// is created, for a number with control characters, 429 when there is no
   /// such object, and what the object raises.
   std::int32_t Dial(std::string_view number);
+  /// The number of a link would come back as a link.
+  [[nodiscard]] bool HandsToDesktop() { return objects_.HandsToDesktop(); }
 
  private:
   ports::DiallingObjects& objects_;

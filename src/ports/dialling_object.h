@@ -22,6 +22,9 @@ class DiallingObjects {
   virtual ~DiallingObjects() = default;
   /// Never null. Raises 429 when there is no such object on this system.
   [[nodiscard]] virtual std::unique_ptr<DiallingObject> CreateDialCom() = 0;
+  /// Numbers are handed to the program that the desktop opens telephone links
+  /// with, which may well be this one: the number of a link would come back.
+  [[nodiscard]] virtual bool HandsToDesktop() { return false; }
 };
 
 }  // namespace kestro::ports

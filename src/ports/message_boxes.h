@@ -14,6 +14,7 @@ enum BoxStyle : int {
   kQuestion = 32,
   kExclamation = 48,
   kInformation = 64,
+  kSecondButton = 256,  // takes the Enter key in place of the first one
 };
 
 enum class BoxAnswer { kOk, kCancel, kYes, kNo };

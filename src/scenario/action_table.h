@@ -48,6 +48,7 @@ enum class ActionKind {
   kTool,
   kKey,
   kTray,
+  kLink,
   kClose,
   kAnswer,
   kFile,

@@ -25,6 +25,7 @@ class RecordingDialCom final : public ports::DiallingObject {
 
 DialObject DialObjectOfWord(std::string_view word) {
   if (word == "missing") return DialObject::kMissing;
+  if (word == "desktop") return DialObject::kDesktop;
   return word == "fails" ? DialObject::kFails : DialObject::kWorks;
 }
 
@@ -32,7 +33,7 @@ std::unique_ptr<ports::DiallingObject> RecordingDialling::CreateDialCom() {
   if (behaviour_ == DialObject::kMissing) {
     throw base::RuntimeError(base::kCannotCreateObject, "The dialling object cannot be created");
   }
-  return std::make_unique<RecordingDialCom>(transcript_, behaviour_ == DialObject::kWorks);
+  return std::make_unique<RecordingDialCom>(transcript_, behaviour_ != DialObject::kFails);
 }
 
 }  // namespace kestro::scenario

@@ -50,8 +50,11 @@ void Session::StartApplication() {
 }
 
 void Session::SetSetting(std::string_view name, std::string_view value) {
-  settings.CreateKey(kSettingsKey);
-  settings.SetValue(kSettingsKey, name, value);
+  const auto separator = name.rfind('\\');
+  std::string key(kSettingsKey);
+  if (separator != std::string_view::npos) key.append(1, '\\').append(name.substr(0, separator));
+  settings.CreateKey(key);
+  settings.SetValue(key, name.substr(separator + 1), value);
 }
 
 std::string Session::Setting(std::string_view name) {

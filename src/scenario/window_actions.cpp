@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "core/dial_link.h"
 #include "scenario/quoting.h"
 #include "scenario/script_line.h"
 
@@ -184,6 +185,9 @@ bool PerformWindowAction(const Action& action, Session& session) {
       return true;
     case ActionKind::kTray:
       SendTrayEvent(action, session);
+      return true;
+    case ActionKind::kLink:
+      session.application()->DialLink(core::NumberOfLink(action.Text(0)));
       return true;
     case ActionKind::kRow:
     case ActionKind::kDoubleClick:

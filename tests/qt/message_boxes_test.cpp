@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 
 #include "adapters/qt/qt_message_boxes.h"
@@ -53,6 +54,19 @@ TEST_F(MessageBoxes, ABoxBlocksTheWindowsAndClosingItIsNo) {
   });
   EXPECT_EQ(boxes.Show("Really?", ports::kYesNo), BoxAnswer::kNo);
   EXPECT_FALSE(reached);
+}
+
+TEST_F(MessageBoxes, TheEnterKeyGoesToTheSecondButtonWhenTheStyleSaysSo) {
+  adapters::QtMessageBoxes boxes(boundary_, "Title");
+  bool closed_by_key = false;
+  post_([&] {
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(OpenBox(), &enter);
+    closed_by_key = OpenBox() == nullptr;
+    if (!closed_by_key) OpenBox()->reject();
+  });
+  EXPECT_EQ(boxes.Show("Really?", ports::kYesNo | ports::kSecondButton), BoxAnswer::kNo);
+  EXPECT_TRUE(closed_by_key);
 }
 
 TEST_F(MessageBoxes, ALongPathDoesNotMakeABoxWiderThanTheScreen) {

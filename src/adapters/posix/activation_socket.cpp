@@ -10,11 +10,14 @@
 
 #include "adapters/posix/local_socket.h"
 #include "adapters/posix/system_error.h"
+#include "core/dial_link.h"
 
 namespace kestro::adapters {
 namespace {
 
-constexpr std::string_view kMessage = "activate";
+constexpr std::string_view kActivate = "activate";
+constexpr std::string_view kDial = "dial ";
+constexpr std::size_t kLongestMessage = kDial.size() + 1 + core::kMostLinkDigits;
 constexpr mode_t kUserOnly = 0600;
 constexpr int kMostMessagesAtOnce = 64;
 
@@ -56,10 +59,17 @@ bool IsFromThisUser(msghdr& message) {
   return sender.uid == ::geteuid();
 }
 
-enum class Received { kRequest, kOther, kNothing };
+std::optional<ActivationSocket::Request> RequestIn(std::string_view message) {
+  if (message == kActivate) return ActivationSocket::Request{};
+  if (!message.starts_with(kDial)) return std::nullopt;
+  const std::string_view number = message.substr(kDial.size());
+  if (!number.empty() && !core::IsLinkNumber(number)) return std::nullopt;
+  return ActivationSocket::Request{std::string(number)};
+}
 
-Received ReceiveOne(const FileDescriptor& socket) {
-  std::array<char, kMessage.size() + 1> text{};  // a longer one is cut off and then no match
+/// False when there is no message; one that counts for nothing leaves `request` empty.
+bool ReceiveOne(const FileDescriptor& socket, std::optional<ActivationSocket::Request>& request) {
+  std::array<char, kLongestMessage + 1> text{};  // a longer one is cut off and then no match
   iovec part{text.data(), text.size()};
   AncillaryBuffer ancillary;
   msghdr message{};
@@ -68,9 +78,22 @@ Received ReceiveOne(const FileDescriptor& socket) {
   message.msg_control = ancillary.bytes.data();
   message.msg_controllen = ancillary.bytes.size();
   const ssize_t size = ::recvmsg(socket.get(), &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
-  if (size < 0) return errno == EINTR ? Received::kOther : Received::kNothing;
-  const bool matches = std::string_view(text.data(), static_cast<std::size_t>(size)) == kMessage;
-  return matches && IsFromThisUser(message) ? Received::kRequest : Received::kOther;
+  if (size < 0) return errno == EINTR;
+  if (IsFromThisUser(message)) request = RequestIn({text.data(), static_cast<std::size_t>(size)});
+  return true;
+}
+
+bool Send(const std::string& socket_path, std::string_view message) {
+  try {
+    const FileDescriptor socket = NewDatagramSocket();
+    const sockaddr_un address = SocketAddress(socket_path);
+    const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
+    const ssize_t sent = ::sendto(socket.get(), message.data(), message.size(), MSG_NOSIGNAL | MSG_DONTWAIT,
+                                  generic, sizeof(address));
+    return sent == static_cast<ssize_t>(message.size());
+  } catch (const base::RuntimeError&) {
+    return false;  // no socket to be had, or no path for one: then nobody listens there either
+  }
 }
 
 }  // namespace
@@ -111,30 +134,24 @@ void ActivationSocket::BindReplacingStaleSocket() {
 }
 
 void ActivationSocket::OnReadable() {
-  bool requested = false;
+  std::optional<Request> chosen;
   for (int count = 0; count < kMostMessagesAtOnce; ++count) {
-    const Received received = ReceiveOne(socket_);
-    if (received == Received::kNothing) break;
-    requested |= received == Received::kRequest;
+    std::optional<Request> request;
+    if (!ReceiveOne(socket_, request)) break;
+    const bool is_first_link = request && request->number && !(chosen && chosen->number);
+    if (is_first_link || !chosen) chosen = std::move(request);
   }
-  if (!requested) return;
+  if (!chosen) return;
   const Handler handler = handler_;  // outlives this object, should it be destroyed meanwhile
-  handler();
+  handler(*chosen);
 }
 
 std::string ActivationSocketPath(const RuntimeFolder& folder) { return folder.path() + "/activate.sock"; }
 
-bool RequestActivation(const std::string& socket_path) {
-  try {
-    const FileDescriptor socket = NewDatagramSocket();
-    const sockaddr_un address = SocketAddress(socket_path);
-    const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
-    const ssize_t sent = ::sendto(socket.get(), kMessage.data(), kMessage.size(), MSG_NOSIGNAL | MSG_DONTWAIT,
-                                  generic, sizeof(address));
-    return sent == static_cast<ssize_t>(kMessage.size());
-  } catch (const base::RuntimeError&) {
-    return false;  // no socket to be had, or no path for one: then nobody listens there either
-  }
+bool RequestActivation(const std::string& socket_path) { return Send(socket_path, kActivate); }
+
+bool RequestDialling(const std::string& socket_path, std::string_view number) {
+  return Send(socket_path, std::string(kDial).append(number));
 }
 
 }  // namespace kestro::adapters

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <sys/types.h>
 
 #include "adapters/posix/descriptor_watcher.h"
@@ -10,17 +12,23 @@
 
 namespace kestro::adapters {
 
-/// Where a program started a second time asks the running one to come to the
-/// front: a datagram socket that understands one message, "activate". Anything
+/// Where a program started a second time reaches the running one: a datagram
+/// socket that understands two messages, "activate" (come to the front) and "dial"
+/// with the number of a link or with nothing for a link without one. Anything
 /// else, and whatever other users send, is dropped without an effect.
 ///
 /// The socket file has mode 0600 and goes with the object. User-interface thread
 /// only; nothing here waits.
 class ActivationSocket {
  public:
+  struct Request {
+    /// For Application::DialLink; nothing = come to the front.
+    std::optional<std::string> number;
+  };
   /// May do anything, destroy the object included. Requests that arrived together
-  /// are one call. What it throws goes on to the event loop.
-  using Handler = std::function<void()>;
+  /// are one call, the first link if there is one among them. What it throws goes
+  /// on to the event loop.
+  using Handler = std::function<void(const Request&)>;
 
   /// The socket file of a program that is gone is replaced. Raises 58 when another
   /// program listens there or something else has the name, 75 or 76 for other
@@ -44,7 +52,9 @@ class ActivationSocket {
 
 [[nodiscard]] std::string ActivationSocketPath(const RuntimeFolder& folder);
 
-/// Sends the message. False when nobody took it; never waits, raises nothing.
+/// Send a message. False when nobody took it; never wait, raise nothing.
 bool RequestActivation(const std::string& socket_path);
+/// `number` as core::NumberOfLink delivers it.
+bool RequestDialling(const std::string& socket_path, std::string_view number);
 
 }  // namespace kestro::adapters

@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::string_view kDesktop = "tel:";
 
+bool IsDesktop(std::string_view command) { return command.empty() || command == kDesktop; }
+
 class CommandDialCom final : public ports::DiallingObject {
  public:
   CommandDialCom(std::string command, DetachedProcesses& processes)
@@ -26,7 +28,7 @@ class CommandDialCom final : public ports::DiallingObject {
 
  private:
   [[nodiscard]] std::vector<std::string> Arguments(std::string_view number) const {
-    if (command_.empty() || command_ == kDesktop) return {std::string(kDesktopOpener), TelUri(number)};
+    if (IsDesktop(command_)) return {std::string(kDesktopOpener), TelUri(number)};
     return WithNumber(SplitCommandWords(command_), number);
   }
 
@@ -39,6 +41,8 @@ class CommandDialCom final : public ports::DiallingObject {
 std::string CommandDialling::Command() {
   return std::string(base::Trim(settings_.QueryValue(kDiallingKey, kDiallingCommand).value_or("")));
 }
+
+bool CommandDialling::HandsToDesktop() { return IsDesktop(Command()); }
 
 std::unique_ptr<ports::DiallingObject> CommandDialling::CreateDialCom() {
   return std::make_unique<CommandDialCom>(Command(), processes_);

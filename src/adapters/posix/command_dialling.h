@@ -33,6 +33,8 @@ class CommandDialling final : public ports::DiallingObjects {
   /// for a number that the command would take for an option, and what
   /// DetachedProcesses::Start raises.
   [[nodiscard]] std::unique_ptr<ports::DiallingObject> CreateDialCom() override;
+  /// The command is "tel:", or there is none.
+  [[nodiscard]] bool HandsToDesktop() override;
 
  private:
   [[nodiscard]] std::string Command();

@@ -68,6 +68,7 @@ void Prepare(QMessageBox& box, const QString& title, std::string_view text, int 
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   box.setIcon(IconOf(style));
   box.setStandardButtons(ButtonsOf(style));
+  if ((style & ports::kSecondButton) != 0) box.setDefaultButton(QMessageBox::No);
   box.setWindowModality(Qt::ApplicationModal);
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
 }

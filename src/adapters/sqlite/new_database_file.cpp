@@ -23,6 +23,9 @@ void CreateDatabaseFile(const std::filesystem::path& path, int schema_version) {
   const HandlePointer database(opened);
   if (!database) RaiseDatabaseError("There is not enough memory to make a database.");
   CheckResult(result, opened, "Database '" + name + "' cannot be made");
+  // Journals get the mode of the file.
+  std::filesystem::permissions(absolute,
+                               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
   const auto settings =
       "PRAGMA page_size = 4096; PRAGMA encoding = 'UTF-8'; BEGIN; PRAGMA application_id = " +
       std::to_string(kApplicationId) + "; PRAGMA user_version = " + std::to_string(schema_version) +

@@ -16,6 +16,7 @@ class ChosenDialling final : public ports::DiallingObjects {
   [[nodiscard]] std::unique_ptr<ports::DiallingObject> CreateDialCom() override {
     return command_.Configured() ? command_.CreateDialCom() : exchange_.CreateDialCom();
   }
+  [[nodiscard]] bool HandsToDesktop() override { return command_.Configured() && command_.HandsToDesktop(); }
 
  private:
   adapters::CommandDialling command_;

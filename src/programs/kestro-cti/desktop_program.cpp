@@ -36,13 +36,14 @@ adapters::LogFile::Options LogOptions() {
 
 }  // namespace
 
-DesktopProgram::DesktopProgram(World world)
+DesktopProgram::DesktopProgram(World world, adapters::InstanceLock instances, Link link)
     : program_folder_(adapters::ExecutableFolder()),
       database_([this](std::string_view path) { return std::filesystem::path(NativePath(path)); }),
       log_(clock_, paths_, LogOptions()),
       world_(MakeWorld(world)),
       files_(paths_, program_folder_, world_.user_data_folder),
       exchange_([this](std::function<void()> task) { poster_(std::move(task)); }),
+      instances_(std::move(instances)),
       tray_(kProductName, CatalogueText(kOpenTextNumber)),
       windows_(boundary_, [this](std::string_view path) { return NativePath(path); }),
       notification_area_(windows_, code_page_, tray_,
@@ -52,7 +53,8 @@ DesktopProgram::DesktopProgram(World world)
           boundary_, [this](std::string_view path) { return NativePath(path); },
           [this](std::string_view path) { return paths_.ToSystem(path); }),
       system_information_(adapters::ToolkitVersion(), adapters::DatabaseEngineVersion()),
-      dialling_(*world_.settings, processes_, exchange_, code_page_) {
+      dialling_(*world_.settings, processes_, exchange_, code_page_),
+      waiting_link_(std::move(link)) {
   SetUpExchange();
   // A second instance leaves the sockets to the first one; it ends by itself after its start checks.
   if (!instances_.AnotherInstanceRuns()) OpenSockets();
@@ -95,7 +97,18 @@ void DesktopProgram::OpenSockets() {
       socket_events_, runtime_folder_.SocketPath(),
       [this](std::string_view request) { return commands_.Execute(request); });
   activation_ = std::make_unique<adapters::ActivationSocket>(
-      socket_events_, adapters::ActivationSocketPath(runtime_folder_), [this] { application_->Activate(); });
+      socket_events_, adapters::ActivationSocketPath(runtime_folder_),
+      [this](const adapters::ActivationSocket::Request& request) { OnRequest(request); });
+}
+
+void DesktopProgram::OnRequest(const adapters::ActivationSocket::Request& request) {
+  if (!request.number) {
+    if (application_) application_->Activate();
+  } else if (started_) {
+    application_->DialLink(*request.number);
+  } else {
+    waiting_link_ = request.number;
+  }
 }
 
 int DesktopProgram::Run(bool end_after_start) {
@@ -106,6 +119,8 @@ int DesktopProgram::Run(bool end_after_start) {
   // Queued before the start: it also ends a start that waits for an answer.
   if (end_after_start) poster_([this] { application_->End(); });
   boundary_.Run(EventBoundary::Cause::kUser, [this] { application_->Start(); });
+  started_ = !boundary_.ended();
+  if (started_ && waiting_link_) poster_([this] { application_->DialLink(*waiting_link_); });
   if (!boundary_.ended() && !end_after_start) {
     std::cout << kProductName << " runs on its software exchange. From another terminal:\n"
               << "  cti-exchange ring 602111222               a known caller\n"

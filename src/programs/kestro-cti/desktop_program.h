@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "adapters/posix/activation_socket.h"
@@ -42,10 +43,14 @@ namespace kestro::programs {
 class DesktopProgram {
  public:
   enum class World { kOwn, kDemo };
+  /// The number of a link that was opened, empty for a link without one; nothing = no link.
+  using Link = std::optional<std::string>;
 
   /// Raises base::RuntimeError when something that the program cannot do
   /// without is missing.
-  explicit DesktopProgram(World world);
+  /// The lock may have been asked already. With a link the user is asked, once
+  /// the program has come up, whether its number is to be dialled.
+  DesktopProgram(World world, adapters::InstanceLock instances, Link link);
   ~DesktopProgram();
   DesktopProgram(const DesktopProgram&) = delete;
   DesktopProgram& operator=(const DesktopProgram&) = delete;
@@ -72,6 +77,7 @@ class DesktopProgram {
   void SetUpExchange();
   void OpenSockets();
   void MakeApplication();
+  void OnRequest(const adapters::ActivationSocket::Request& request);
   void Report(const std::string& text);
   [[nodiscard]] std::string NativePath(std::string_view path) const { return paths_.ToNative(path); }
 
@@ -92,7 +98,7 @@ class DesktopProgram {
   exchange::Exchange exchange_;
   exchange::ExchangeCommands commands_{exchange_, code_page_};
   adapters::RuntimeFolder runtime_folder_;
-  adapters::InstanceLock instances_{runtime_folder_};
+  adapters::InstanceLock instances_;
   std::unique_ptr<adapters::ActivationSocket> activation_;
   std::unique_ptr<adapters::ControlSocketServer> control_socket_;
 
@@ -111,6 +117,8 @@ class DesktopProgram {
   ChosenDialling dialling_;
   std::unique_ptr<app::Application> application_;
   std::unique_ptr<EndingSignals> signals_;
+  Link waiting_link_;  // until the start is done
+  bool started_ = false;
 };
 
 }  // namespace kestro::programs

@@ -65,6 +65,7 @@ TEST_F(CommandDialling, WithoutACommandTheDesktopsTelephoneProgramIsAsked) {
   EXPECT_FALSE(dialling_.Configured());
   SetCommand(" tel: ");
   EXPECT_TRUE(dialling_.Configured());
+  EXPECT_TRUE(dialling_.HandsToDesktop());
   EXPECT_EQ(0, Dial("*21#"));
   EXPECT_EQ("<tel:*21%23>\n", TakeArguments());
 }

@@ -15,6 +15,7 @@
 
 #include "adapters/posix/activation_socket.h"
 #include "adapters/posix/local_socket.h"
+#include "core/dial_link.h"
 #include "unit/posix/posix_support.h"
 #include "unit/support/temporary_folder.h"
 
@@ -88,10 +89,14 @@ class ManualWatcher final : public adapters::DescriptorWatcher {
 class InstanceTest : public testing::Test {
  protected:
   void StartSocket() {
-    socket_ = std::make_unique<ActivationSocket>(watcher_, path_, [this] {
-      if (action_) action_();
-      ++activations_;  // behind the action, which may have destroyed the socket
-    });
+    socket_ =
+        std::make_unique<ActivationSocket>(watcher_, path_, [this](const ActivationSocket::Request& request) {
+          const auto number = request.number;
+          if (action_) action_();
+          // Behind the action, which may have destroyed the socket.
+          if (!number) ++activations_;
+          if (number) numbers_.push_back(*number);
+        });
   }
   void Send(std::string_view text) {
     const FileDescriptor sender(::socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
@@ -105,6 +110,7 @@ class InstanceTest : public testing::Test {
   std::string path_ = adapters::ActivationSocketPath(folder_);
   ManualWatcher watcher_;
   int activations_ = 0;
+  std::vector<std::string> numbers_;
   std::function<void()> action_;
   std::unique_ptr<ActivationSocket> socket_;
 };
@@ -162,6 +168,25 @@ TEST_F(InstanceTest, TheRunningOneIsAskedToTheFront) {
   EXPECT_FALSE(adapters::RequestActivation(std::string(500, 'x')));
 }
 
+TEST_F(InstanceTest, LinksAreHandedOver) {
+  folder_.Prepare();
+  StartSocket();
+  const std::string longest = "+" + std::string(core::kMostLinkDigits, '7');
+  for (const std::string& number : {std::string("602111222"), longest, std::string()}) {
+    EXPECT_TRUE(adapters::RequestDialling(path_, number));
+    watcher_.Run();
+  }
+  EXPECT_EQ((std::vector<std::string>{"602111222", longest, ""}), numbers_);
+  EXPECT_EQ(0, activations_);
+  numbers_.clear();
+  adapters::RequestActivation(path_);
+  for (const char* number : {"1", "2", "3"}) adapters::RequestDialling(path_, number);
+  adapters::RequestActivation(path_);
+  watcher_.Run();
+  EXPECT_EQ(std::vector<std::string>{"1"}, numbers_) << "the first of a flood";
+  EXPECT_EQ(0, activations_);
+}
+
 TEST_F(InstanceTest, TheHandlerMayEndTheSocketOrTheProgram) {
   folder_.Prepare();
   StartSocket();
@@ -180,10 +205,14 @@ TEST_F(InstanceTest, HostileMessagesHaveNoEffect) {
   StartSocket();
   for (const std::string& text :
        {std::string(), std::string("activat"), std::string("activate\n"), std::string("activate!"),
-        std::string("activate\0", 9), std::string("Activate"), std::string(60'000, 'x')}) {
+        std::string("activate\0", 9), std::string("Activate"), std::string(60'000, 'x'), std::string("dial"),
+        std::string("dial 602a"), std::string("dial *21*602"), std::string("dial  602"),
+        std::string("dial 602\n"), std::string("dial 602\0", 9), "dial +" + std::string(33, '7'),
+        "dial " + std::string(60'000, '7')}) {
     Send(text);
     watcher_.Run();
     EXPECT_EQ(0, activations_) << text.substr(0, 20);
+    EXPECT_TRUE(numbers_.empty()) << text.substr(0, 20);
   }
   Send("activate");
   watcher_.Run();
@@ -223,7 +252,7 @@ TEST_F(InstanceTest, ALiveSocketIsLeftAloneAndADeadOnesFileIsReplaced) {
   folder_.Prepare();
   StartSocket();
   ManualWatcher other;
-  const auto start_other = [&] { const ActivationSocket socket(other, path_, [] {}); };
+  const auto start_other = [&] { const ActivationSocket socket(other, path_, [](const auto&) {}); };
   EXPECT_EQ(58, ErrorNumberOf(start_other));
   adapters::RequestActivation(path_);
   watcher_.Run();

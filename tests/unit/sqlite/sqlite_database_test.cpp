@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -162,6 +163,17 @@ TEST_F(SqliteDatabaseTest, StaysOneFileAtRest) {
   EXPECT_EQ(Lines(*Open(copy)), (std::vector<std::string>{"11", "22"}));
   AddLine(*Open(copy), "33");
   EXPECT_EQ(std::distance(fs::directory_iterator(other.path()), {}), 1);
+}
+
+TEST_F(SqliteDatabaseTest, TheFileAndItsJournalAreTheUsersAlone) {
+  const mode_t before = ::umask(0);
+  const auto path = NewDatabase();
+  SqliteHandle writer(path);
+  writer.Run("BEGIN; INSERT INTO PhoneLine (Line) VALUES ('22')");
+  ::umask(before);
+  const auto user_only = fs::perms::owner_read | fs::perms::owner_write;
+  EXPECT_EQ(user_only, fs::status(path).permissions());
+  EXPECT_EQ(user_only, fs::status(path.string() + "-journal").permissions());
 }
 
 TEST_F(SqliteDatabaseTest, ReportsAFileLockedByAnotherProgram) {
