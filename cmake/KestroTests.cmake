@@ -21,8 +21,9 @@ if(KESTRO_TESTS)
   kestro_collect(support_sources tests/support)
   kestro_collect(unit_sources tests/unit)
   kestro_collect(qt_test_sources tests/qt)
+  kestro_collect(jet_test_sources tests/jet)
 
-  if(unit_sources OR qt_test_sources)
+  if(unit_sources OR qt_test_sources OR jet_test_sources)
     find_package(GTest QUIET)
     if(NOT GTest_FOUND)
       # The programs can be built without it; "./dev test" installs it first.
@@ -48,6 +49,15 @@ if(KESTRO_TESTS)
     set_target_properties(kestro-qt-tests PROPERTIES AUTOMOC ON CROSSCOMPILING_EMULATOR
                                                                 "${CMAKE_SOURCE_DIR}/tests/isolated.sh")
     gtest_discover_tests(kestro-qt-tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS qt)
+  endif()
+
+  # The engine for database files is tested by itself. JET_TEST_OPERATIONS sets the length of its random test.
+  if(jet_test_sources AND GTest_FOUND)
+    add_executable(kestro-jet-tests ${jet_test_sources})
+    target_link_libraries(kestro-jet-tests PRIVATE kestro_jetfile kestro_jet kestro_warnings GTest::gmock
+                                                   GTest::gtest_main)
+    target_include_directories(kestro-jet-tests PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+    gtest_discover_tests(kestro-jet-tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 600 LABELS jet)
   endif()
 
   # The program is no unit test: the script starts it and kills it.
@@ -105,7 +115,7 @@ if(KESTRO_FUZZERS)
   foreach(source IN LISTS fuzz_sources)
     get_filename_component(name "${source}" NAME_WE)
     add_executable(fuzz_${name} "${source}")
-    target_link_libraries(fuzz_${name} PRIVATE ${test_libraries})
+    target_link_libraries(fuzz_${name} PRIVATE kestro_jet ${test_libraries})
     kestro_test_program(fuzz_${name})
     set_target_properties(fuzz_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")
     if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")

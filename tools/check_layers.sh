@@ -19,7 +19,7 @@ fi
 # neighbours and may include each other, as long as no circle between files comes of it.
 layers() {
   cat <<'LAYERS'
-base
+base jet
 ports
 forms
 core telephony contacts
@@ -30,10 +30,12 @@ programs
 LAYERS
 }
 
-# Exceptions to the order: these two stand beside app and know no more of the house than this says.
-# The scenario player drives the application, the exchange is only a telephone exchange.
+# Exceptions to the order: these know no more of the house than this says. The engine for database files
+# stands beside base. The scenario player drives the application, the exchange is only a telephone exchange.
 restricted() {
   cat <<'RESTRICTED'
+base: base
+jet: base
 app: base ports forms core telephony contacts reception management import
 exchange: base ports
 scenario: base ports forms core telephony contacts reception management import app exchange

@@ -1,0 +1,219 @@
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <random>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "adapters/jetfile/system_file_layer.h"
+#include "jet/jet_bench.h"
+
+// What another reader of such files, the commands of the package mdbtools, finds in ours.
+
+namespace kestro::test {
+namespace {
+
+using namespace jet;
+
+constexpr char kFieldEnd = '\x1E';
+constexpr char kRowEnd = '\x1D';
+
+struct CommandOutput {
+  int status = -1;
+  std::string text;
+};
+
+CommandOutput RunCommand(const std::string& command) {
+  CommandOutput output;
+  std::FILE* pipe = ::popen((command + " 2>/dev/null").c_str(), "r");
+  if (pipe == nullptr) return output;
+  char buffer[4096];
+  for (std::size_t count = 0; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
+    output.text.append(buffer, count);
+  }
+  output.status = ::pclose(pipe);
+  return output;
+}
+
+std::vector<std::string> Split(const std::string& text, char end) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, end);) parts.push_back(part);
+  return parts;
+}
+
+class OracleTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    for (const char* command : {"mdb-tables", "mdb-export", "mdb-count"}) {
+      if (RunCommand(std::string("command -v ") + command).status != 0) {
+        GTEST_SKIP() << "mdbtools is not installed: " << command << " was not found";
+      }
+    }
+    std::string folder = (std::filesystem::temp_directory_path() / "kestro-jet-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+    folder_ = folder;
+    path_ = folder + "/oracle.mdb";
+    database_ = Database::Create(layer_, path_, FixedTime());
+  }
+  void TearDown() override {
+    database_.reset();
+    if (!folder_.empty()) std::filesystem::remove_all(folder_);
+  }
+
+  /// Bytes are hexadecimal.
+  CommandOutput Export(const std::string& table) {
+    return RunCommand(std::string("mdb-export -H -Q -b hex -0 NULL -d '") + kFieldEnd + "' -R '" + kRowEnd +
+                      "' '" + path_ + "' '" + table + "'");
+  }
+
+  adapters::SystemFileLayer layer_;
+  std::filesystem::path folder_;
+  std::string path_;
+  std::unique_ptr<Database> database_;
+};
+
+std::string Hex(const Blob& bytes) {
+  std::string text;
+  char digits[3];
+  for (const std::uint8_t byte : bytes) {
+    std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned>(byte));
+    text += digits;
+  }
+  return text;
+}
+
+// That reader takes an empty text for none.
+std::string Expected(const Value& value) {
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag ? "1" : "0";
+  if (const auto* integer = std::get_if<std::int64_t>(&value)) return std::to_string(*integer);
+  if (const auto* text = std::get_if<std::string>(&value)) return text->empty() ? "NULL" : *text;
+  if (const auto* bytes = std::get_if<Blob>(&value)) return Hex(*bytes);
+  return "NULL";
+}
+
+std::string SomeText(std::mt19937& random, std::size_t most) {
+  const char* const letters[] = {"a", "Q", " ", "'", "\xC3\xA9", "\xC4\x8D", "\xE2\x82\xAC", "\xE4\xB8\xAD"};
+  // Characters outside the first plane are left out: that reader shows question marks for them.
+  const std::size_t kinds = random() % 2 == 0 ? 5 : 8;
+  std::string text;
+  for (std::size_t length = random() % (most + 1); length > 0; --length) text += letters[random() % kinds];
+  return text;
+}
+
+// Without dates: their text depends on the reader's settings.
+TableDesign OracleDesign(const std::string& name) {
+  TableDesign design = ContactsDesign(name);
+  design.columns.back() = {.name = "Small", .type = ColumnType::kInt16};
+  return design;
+}
+
+TEST_F(OracleTest, AnotherReaderFindsTheSame) {
+  std::mt19937 random(7);
+  std::map<std::string, std::vector<Value>> rows;  // by number
+  database_->Begin();
+  const auto table = database_->CreateTable(OracleDesign("Contacts"));
+  database_->CreateTable(OracleDesign("Leere Tabelle"));
+  const std::size_t lengths[] = {0, 10, 40, 300, 3000, 15'000};
+  std::vector<RowId> ids;
+  for (int i = 0; i < 3000; ++i) {
+    std::vector<Value> row{std::int64_t{i + 1},
+                           std::int64_t{i % 17},
+                           SomeText(random, 60),
+                           i % 3 == 0,
+                           SomeText(random, lengths[random() % 6]),
+                           Blob(random() % 200, 0xA5),
+                           std::int64_t{i - 500}};
+    if (i % 5 == 0) row[2] = Null();
+    if (i % 7 == 0) row[4] = "";
+    if (i % 8 == 0) row[5] = Null();
+    ids.push_back(table->Insert(row).id);
+    rows[std::to_string(i + 1)] = row;
+  }
+  for (int i = 0; i < 3000; i += 3) {
+    const std::string number = std::to_string(i + 1);
+    std::vector<Value>& row = rows[number];
+    row[2] = std::string(200, 'm');  // most of these rows have to move
+    row[4] = SomeText(random, 2000);
+    table->Update(ids[static_cast<std::size_t>(i)], std::vector<Assignment>{{2, row[2]}, {4, row[4]}});
+    if (i % 4 != 0) continue;
+    table->Delete(ids[static_cast<std::size_t>(i)]);
+    rows.erase(number);
+  }
+  database_->Commit();
+  ExpectClean(*database_);
+  database_.reset();
+
+  const CommandOutput tables = RunCommand("mdb-tables -1 '" + path_ + "'");
+  EXPECT_EQ(tables.text, "Contacts\nLeere Tabelle\n");
+  EXPECT_EQ(RunCommand("mdb-count '" + path_ + "' Contacts").text, std::to_string(rows.size()) + "\n");
+  EXPECT_EQ(RunCommand("mdb-count '" + path_ + "' 'Leere Tabelle'").text, "0\n");
+  std::size_t compared = 0;
+  for (const std::string& line : Split(Export("Contacts").text, kRowEnd)) {
+    const std::vector<std::string> fields = Split(line + kFieldEnd, kFieldEnd);
+    ASSERT_EQ(fields.size(), 7U) << line;
+    const auto found = rows.find(fields[0]);
+    ASSERT_NE(found, rows.end()) << fields[0];
+    for (std::size_t i = 0; i < 7; ++i) {
+      EXPECT_EQ(fields[i], Expected(found->second[i])) << "row " << fields[0] << ", column " << i;
+    }
+    ++compared;
+    if (HasFailure()) break;
+  }
+  EXPECT_EQ(compared, rows.size());
+}
+
+TEST_F(OracleTest, LargeTablesAgreeToo) {
+  // A key of ten columns makes an index three levels high; the other one has two.
+  constexpr int kRows = 20'000;
+  database_->Begin();
+  TableDesign design{"Large",
+                     {{.name = "Id", .auto_number = true},
+                      {.name = "A"},
+                      {.name = "B"},
+                      {.name = "C"},
+                      {.name = "D"},
+                      {.name = "E"},
+                      {.name = "F"},
+                      {.name = "G"},
+                      {.name = "H"},
+                      {.name = "I"},
+                      {.name = "Name", .type = ColumnType::kText}},
+                     {}};
+  design.indexes = {{.name = "Key", .columns = {"Id"}, .primary = true},
+                    {.name = "Wide", .columns = {"A", "B", "C", "D", "E", "F", "G", "H", "I", "Id"}}};
+  const auto table = database_->CreateTable(design);
+  for (std::int64_t i = 0; i < kRows; ++i) {
+    const std::int64_t scattered = i * 7919 % kRows;
+    std::vector<Value> row(11, Value(scattered));
+    row[0] = Null();
+    row[10] = "name " + std::to_string(scattered);
+    table->Insert(row);
+  }
+  database_->Commit();
+  ExpectClean(*database_);
+  const auto level = [&](std::size_t index) {
+    const PageRef root = database_->storage().pager.Read(table->definition().real_indexes[index].root);
+    return static_cast<int>(IndexPage(root.bytes()).level());
+  };
+  EXPECT_EQ(level(0), 1);
+  EXPECT_EQ(level(1), 2);
+  database_.reset();
+  EXPECT_EQ(RunCommand("mdb-count '" + path_ + "' Large").text, "20000\n");
+  std::int64_t number = 0;
+  for (const std::string& line : Split(Export("Large").text, kRowEnd)) {
+    const std::vector<std::string> fields = Split(line, kFieldEnd);
+    ASSERT_EQ(fields.size(), 11U) << line;
+    const std::string scattered = std::to_string(number * 7919 % kRows);
+    ASSERT_EQ(fields[0], std::to_string(++number));
+    for (std::size_t i = 1; i < 10; ++i) ASSERT_EQ(fields[i], scattered);
+    ASSERT_EQ(fields[10], "name " + scattered);
+  }
+  EXPECT_EQ(number, kRows);
+}
+
+}  // namespace
+}  // namespace kestro::test
