@@ -5,7 +5,7 @@ configure_file("${CMAKE_SOURCE_DIR}/cmake/version.h.in" "${KESTRO_GENERATED_DIR}
 set(texts_file "${CMAKE_SOURCE_DIR}/resources/texts.en.txt")
 set(texts_base "${KESTRO_GENERATED_DIR}/text_catalogue_table")
 add_custom_command(
-  OUTPUT "${texts_base}.cpp" "${texts_base}.h"
+  OUTPUT "${texts_base}.cpp" "${texts_base}.h" "${texts_base}.rc"
   COMMAND "${CMAKE_COMMAND}" "-DINPUT=${texts_file}" "-DOUTPUT=${texts_base}" -P
           "${CMAKE_SOURCE_DIR}/cmake/generate_text_catalogue.cmake"
   DEPENDS "${texts_file}" "${CMAKE_SOURCE_DIR}/cmake/generate_text_catalogue.cmake"
@@ -32,4 +32,8 @@ add_custom_command(
   COMMENT "Generating the Unicode case tables"
   VERBATIM)
 
-set(KESTRO_GENERATED_SOURCES "${texts_base}.cpp" "${texts_base}.h" "${case_base}.cpp" "${case_base}.h")
+set(KESTRO_GENERATED_SOURCES "${texts_base}.h" "${case_base}.cpp" "${case_base}.h")
+if(NOT WIN32)
+  # There the program reads the texts from its own resources.
+  list(APPEND KESTRO_GENERATED_SOURCES "${texts_base}.cpp")
+endif()

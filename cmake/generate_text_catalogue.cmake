@@ -1,4 +1,4 @@
-# Turns the text catalogue into a C++ table:
+# Turns the text catalogue into a C++ table and into a string table for the resources of a Windows program:
 #   cmake -DINPUT=texts.en.txt -DOUTPUT=<path without extension> -P generate_text_catalogue.cmake
 # Input: UTF-8, one entry a line, number, TAB, text; numbers ascend. Anything else stops the build.
 
@@ -9,6 +9,9 @@ string(ASCII 2 open_bracket)
 string(ASCII 3 close_bracket)
 string(ASCII 4 backslash)
 string(ASCII 9 tab)
+set(semicolon_text ";")
+set(open_bracket_text "[")
+set(close_bracket_text "]")
 
 file(READ "${INPUT}" content)
 if(content MATCHES "[${semicolon}${open_bracket}${close_bracket}${backslash}]")
@@ -25,6 +28,7 @@ string(REGEX REPLACE "\n$" "" content "${content}")
 string(REPLACE "\n" ";" lines "${content}")
 
 set(rows "")
+set(resource_rows "")
 set(last -1)
 set(line_number 0)
 foreach(line IN LISTS lines)
@@ -39,12 +43,18 @@ foreach(line IN LISTS lines)
   endif()
   set(last "${number}")
   string(REPLACE "${backslash}" "\\\\" text "${text}")
+  string(REPLACE "\"" "\"\"" resource_text "${text}")
   string(REPLACE "\"" "\\\"" text "${text}")
   string(REPLACE "${tab}" "\\t" text "${text}")
   string(REPLACE "${semicolon}" ";" text "${text}")
   string(REPLACE "${open_bracket}" "[" text "${text}")
   string(REPLACE "${close_bracket}" "]" text "${text}")
   string(APPEND rows "    {${number}, \"${text}\"},\n")
+  foreach(mark semicolon open_bracket close_bracket)
+    string(REPLACE "${${mark}}" "${${mark}_text}" resource_text "${resource_text}")
+  endforeach()
+  string(REPLACE "${tab}" "\\t" resource_text "${resource_text}")
+  string(APPEND resource_rows "  ${number} \"${resource_text}\"\n")
 endforeach()
 if(rows STREQUAL "")
   message(FATAL_ERROR "${INPUT}: no entries")
@@ -83,4 +93,9 @@ ${rows}};
 std::span<const CatalogueText> CatalogueTexts() { return kTexts; }
 
 }  // namespace kestro::core
+")
+file(WRITE "${OUTPUT}.rc" "// Generated from resources/texts.en.txt.
+STRINGTABLE
+BEGIN
+${resource_rows}END
 ")

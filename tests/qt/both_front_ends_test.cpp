@@ -1,7 +1,8 @@
-#include "qt/both_front_ends.h"
+#include "support/both_front_ends.h"
 
-#include <QImage>
-#include <QTemporaryDir>
+#include <array>
+#include <filesystem>
+#include <fstream>
 
 #include "qt/sample_form.h"
 
@@ -9,6 +10,11 @@ namespace kestro::qt_tests {
 namespace {
 
 using BothFrontEnds = OnBothFrontEnds<SampleForm>;
+
+/// A bitmap file.
+constexpr std::array<char, 58> kOneRedPixel{
+    'B', 'M', 58, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0,  24,
+    0,   0,   0,  0, 0, 4, 0, 0, 0, 0, 0,  0, 0, 0, 0,  0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, -1, 0};
 
 TEST_F(BothFrontEnds, ActionsReachTheModelAndAreReadBack) {
   Expect(
@@ -77,11 +83,8 @@ TEST_F(BothFrontEnds, WhatCannotBeReachedIsRefused) {
 }
 
 TEST_F(BothFrontEnds, ChangesOfTheModelAreShownWithoutEcho) {
-  const QTemporaryDir folder;
-  const std::string file = folder.filePath("face.png").toStdString();
-  QImage image(40, 30, QImage::Format_RGB32);
-  image.fill(Qt::red);
-  ASSERT_TRUE(image.save(QString::fromStdString(file)));
+  const std::string file = (std::filesystem::temp_directory_path() / "face.bmp").string();
+  std::ofstream(file, std::ios::binary).write(kOneRedPixel.data(), kOneRedPixel.size());
   Expect({Do("load", [](SampleForm& form) { form.Load(); }),
           kShow,
           Do("text", [](SampleForm& form) { form.txtName.SetText("set by the program"); }),

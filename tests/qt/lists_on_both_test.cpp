@@ -1,5 +1,5 @@
-#include "qt/both_front_ends.h"
 #include "qt/list_form.h"
+#include "support/both_front_ends.h"
 
 namespace kestro::qt_tests {
 namespace {
@@ -39,7 +39,7 @@ class Lists : public OnBothFrontEnds<ListForm> {
   /// What the form with widgets has heard since the last call; the other one heard the same.
   std::vector<std::string> TakeEvents() {
     headless_form_.events.clear();
-    std::vector<std::string> events = std::exchange(qt_form_.events, {});
+    std::vector<std::string> events = std::exchange(screen_form_.events, {});
     std::erase(events, "activate");
     return events;
   }

@@ -1,7 +1,8 @@
+#include <windows.h>
+
 #include <algorithm>
 #include <string>
 #include <utility>
-#include <windows.h>
 
 #include "adapters/jetfile/system_file_layer.h"
 #include "jet/error.h"

@@ -3,6 +3,7 @@
 #include "adapters/posix/log_line.h"
 #include "adapters/posix/system_error.h"
 #include "adapters/posix/user_folders.h"
+#include "base/one_line.h"
 
 namespace kestro::adapters {
 
@@ -27,18 +28,18 @@ void LogFile::StartAnew() {
 void LogFile::LineEntry(const base::LogSource& source, std::string_view message) {
   if (!enabled_) return;
   std::string text;
-  AppendOnOneLine(text, source.Text());
+  base::AppendOnOneLine(text, source.Text());
   text.append(" | ");
-  AppendOnOneLine(text, message);
+  base::AppendOnOneLine(text, message);
   Store(text);
 }
 
 void LogFile::ErrorEntry(std::int32_t number, std::string_view source, std::string_view description) {
   if (!enabled_) return;
   std::string text = "ERROR " + std::to_string(number) + " ";
-  AppendOnOneLine(text, source);
+  base::AppendOnOneLine(text, source);
   text.append(" | ");
-  AppendOnOneLine(text, description);
+  base::AppendOnOneLine(text, description);
   Store(text);
 }
 

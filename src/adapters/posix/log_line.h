@@ -2,16 +2,10 @@
 
 #include <chrono>
 #include <string>
-#include <string_view>
 
 namespace kestro::adapters {
 
 /// "2026-11-21 17:03:05.123", local time.
 [[nodiscard]] std::string LogTime(std::chrono::system_clock::time_point time);
-
-/// Appends the text so that it stays on its line and harms no terminal: control
-/// characters and line separators become \r, \n, \t, \xHH or \u2028, and so does a
-/// byte that is not UTF-8. Everything else, "\" too, stays as it is.
-void AppendOnOneLine(std::string& line, std::string_view text);
 
 }  // namespace kestro::adapters

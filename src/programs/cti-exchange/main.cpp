@@ -9,9 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "adapters/posix/control_client.h"
-#include "adapters/posix/runtime_folder.h"
 #include "exchange/request_words.h"
+#include "programs/cti-exchange/running_program.h"
 
 namespace {
 
@@ -46,9 +45,7 @@ std::optional<std::string> RequestLine(std::span<char* const> words) {
 }
 
 int Run(const std::string& line) {
-  const kestro::adapters::RuntimeFolder folder;
-  std::optional<std::string> reply;
-  if (folder.Exists()) reply = kestro::adapters::ControlClient(folder.SocketPath()).Ask(line);
+  const std::optional<std::string> reply = kestro::programs::AskRunningProgram(line);
   if (!reply) {
     std::cerr << "KESTRO CTI is not running on the software exchange\n";
     return kNotRunning;

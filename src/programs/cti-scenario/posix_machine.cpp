@@ -1,9 +1,6 @@
 #include "programs/cti-scenario/posix_machine.h"
 
-#include <cerrno>
-#include <cstdlib>
 #include <fstream>
-#include <system_error>
 
 #include "adapters/posix/user_folders.h"
 #include "base/runtime_error.h"
@@ -15,14 +12,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kTemplateName = "DBTemplate.tpl";
 constexpr const char* kIconFolder = "Icons";
-
-fs::path MakeTemporaryFolder() {
-  std::string name = (fs::temp_directory_path() / "cti-scenario-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) {
-    throw fs::filesystem_error("temporary folder", name, std::error_code(errno, std::generic_category()));
-  }
-  return name;
-}
 
 /// Runs a file operation; its failure becomes the run-time error of the system.
 template <class Work>
@@ -38,28 +27,14 @@ adapters::PathMap MapOf(const fs::path& folder) { return adapters::PathMap({{"C:
 
 }  // namespace
 
-ScenarioFolder::ScenarioFolder() : path_(MakeTemporaryFolder()) {}
-
-ScenarioFolder::ScenarioFolder(const fs::path& keep) : path_(fs::absolute(keep)), keep_(true) {
-  fs::create_directories(path_.parent_path());
-  if (!fs::create_directory(path_)) {
-    throw fs::filesystem_error("the folder to keep", path_, std::make_error_code(std::errc::file_exists));
-  }
-}
-
-ScenarioFolder::~ScenarioFolder() {
-  std::error_code ignored;
-  if (!keep_) fs::remove_all(path_, ignored);
-}
-
-PosixMachine::PosixMachine(const ScenarioFolder& folder)
-    : paths_(MapOf(folder.path())),
-      files_(paths_, (folder.path() / "Program").string(), (folder.path() / "Data").string()),
+PosixMachine::PosixMachine(const fs::path& folder)
+    : paths_(MapOf(folder)),
+      files_(paths_, (folder / "Program").string(), (folder / "Data").string()),
       database_([this](std::string_view path) { return paths_.ToNative(path); }) {
   const fs::path installed = adapters::ExecutableFolder();
-  const fs::path program = folder.path() / "Program";
+  const fs::path program = folder / "Program";
   fs::create_directory(program);
-  fs::create_directory(folder.path() / "Data");
+  fs::create_directory(folder / "Data");
   fs::copy_file(installed / kTemplateName, program / kTemplateName);
   if (fs::exists(installed / kIconFolder)) fs::copy(installed / kIconFolder, program / kIconFolder);
 }

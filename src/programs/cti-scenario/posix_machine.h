@@ -11,30 +11,12 @@
 
 namespace kestro::programs {
 
-/// A folder for one scenario: fresh and gone afterwards, or one to keep.
-class ScenarioFolder {
- public:
-  /// A temporary folder, removed with this object.
-  ScenarioFolder();
-  /// The folder given, which must not be there yet (its parents may be missing).
-  explicit ScenarioFolder(const std::filesystem::path& keep);
-  ~ScenarioFolder();
-  ScenarioFolder(const ScenarioFolder&) = delete;
-  ScenarioFolder& operator=(const ScenarioFolder&) = delete;
-
-  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-  bool keep_ = false;
-};
-
 /// The scenario's folder is the application's drive C:. Its program folder gets
 /// the template and the icons that lie beside the running program.
 class PosixMachine final : public scenario::Machine {
  public:
   /// `folder` must outlive the machine. std::filesystem errors come through.
-  explicit PosixMachine(const ScenarioFolder& folder);
+  explicit PosixMachine(const std::filesystem::path& folder);
 
   [[nodiscard]] ports::FileSystem& Files() override { return files_; }
   [[nodiscard]] ports::Database& Database() override { return database_; }

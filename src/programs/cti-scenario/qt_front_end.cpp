@@ -1,5 +1,7 @@
 #ifdef KESTRO_WITH_QT
 
+#include "programs/cti-scenario/qt_front_end.h"
+
 #include <iostream>
 
 #include <QApplication>
@@ -11,7 +13,6 @@
 #include "adapters/qt/qt_form_host.h"
 #include "adapters/qt/qt_front_end_driver.h"
 #include "adapters/qt/qt_message_boxes.h"
-#include "programs/cti-scenario/front_ends.h"
 
 namespace kestro::programs {
 namespace {
@@ -21,7 +22,7 @@ constexpr const char* kTitle = "KESTRO CTI";
 
 class QtFrontEnd final : public scenario::FrontEnd {
  public:
-  explicit QtFrontEnd(PathTranslator native_path) : host_(boundary_, std::move(native_path)) {}
+  explicit QtFrontEnd(scenario::PathTranslator native_path) : host_(boundary_, std::move(native_path)) {}
 
   [[nodiscard]] forms::FormHost& Host() override { return host_; }
   [[nodiscard]] forms::FrontEndDriver& Driver() override { return driver_; }
@@ -51,9 +52,9 @@ void PassMessageOn(QtMsgType /*type*/, const QMessageLogContext& /*context*/, co
   if (!message.startsWith(QLatin1String(kNoScreen))) std::cerr << message.toStdString() << std::endl;
 }
 
-class QtFactory final : public FrontEndFactory {
+class QtFactory final : public scenario::FrontEndFactory {
  public:
-  [[nodiscard]] std::unique_ptr<scenario::FrontEnd> Make(PathTranslator native_path) override {
+  [[nodiscard]] std::unique_ptr<scenario::FrontEnd> Make(scenario::PathTranslator native_path) override {
     return std::make_unique<QtFrontEnd>(std::move(native_path));
   }
 
@@ -67,7 +68,7 @@ class QtFactory final : public FrontEndFactory {
 
 }  // namespace
 
-std::unique_ptr<FrontEndFactory> QtFrontEnds() {
+std::unique_ptr<scenario::FrontEndFactory> QtFrontEnds() {
   if (!qEnvironmentVariableIsSet(kPlatformVariable)) qputenv(kPlatformVariable, "offscreen");
   qInstallMessageHandler(PassMessageOn);
   return std::make_unique<QtFactory>();

@@ -8,8 +8,7 @@
 
 #include "adapters/headless/headless_form_host.h"
 #include "adapters/headless/headless_front_end_driver.h"
-#include "adapters/qt/qt_form_host.h"
-#include "adapters/qt/qt_front_end_driver.h"
+#include "screen_front_end.h"
 
 namespace kestro::qt_tests {
 
@@ -47,8 +46,9 @@ namespace kestro::qt_tests {
   return text;
 }
 
-/// The same steps on the front end without drawing and on the one with widgets:
-/// results, readings and what the form hears must be the same.
+/// The same steps on the front end without drawing and on the one with native
+/// widgets that this test program was built for: results, readings and what the
+/// form hears must be the same.
 template <class SomeForm>
 class OnBothFrontEnds : public testing::Test {
  protected:
@@ -71,11 +71,11 @@ class OnBothFrontEnds : public testing::Test {
   void Expect(const std::vector<Step>& steps) {
     for (const Step& step : steps) {
       const bool expected = step.act(headless_driver_, headless_form_);
-      const bool done = step.act(qt_driver_, qt_form_);
+      const bool done = step.act(screen_.driver, screen_form_);
       EXPECT_EQ(done, expected) << step.name;
       headless_driver_.Settle();
-      qt_driver_.Settle();
-      EXPECT_EQ(Show(qt_driver_.Read(qt_form_), qt_form_.events),
+      screen_.driver.Settle();
+      EXPECT_EQ(Show(screen_.driver.Read(screen_form_), screen_form_.events),
                 Show(headless_driver_.Read(headless_form_), headless_form_.events))
           << step.name;
     }
@@ -84,10 +84,8 @@ class OnBothFrontEnds : public testing::Test {
   adapters::HeadlessFormHost headless_;
   adapters::HeadlessFrontEndDriver headless_driver_{headless_};
   SomeForm headless_form_{headless_};
-  adapters::EventBoundary boundary_;
-  adapters::QtFormHost qt_{boundary_, [](std::string_view path) { return std::string(path); }};
-  adapters::QtFrontEndDriver qt_driver_{qt_};
-  SomeForm qt_form_{qt_};
+  ScreenFrontEnd screen_;
+  SomeForm screen_form_{screen_.host};
 };
 
 }  // namespace kestro::qt_tests

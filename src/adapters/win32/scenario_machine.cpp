@@ -1,0 +1,96 @@
+#include "adapters/win32/scenario_machine.h"
+
+#include <algorithm>
+#include <fstream>
+
+#include "adapters/win32/system_error.h"
+#include "adapters/win32/wide_text.h"
+
+namespace kestro::adapters {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kTemplateName = "DBTemplate.tpl";
+constexpr const char* kIconFolder = "Icons";
+constexpr std::string_view kDrive = "C:";
+
+std::string Utf8(const fs::path& path) { return ToUtf8(path.wstring()); }
+
+fs::path Native(const std::string& path) { return {ToWide(path)}; }
+
+/// Runs a file operation; its failure becomes the run-time error of the system.
+template <class Work>
+void AsRuntimeError(Work work) {
+  try {
+    work();
+  } catch (const std::exception& error) {
+    throw base::RuntimeError(base::kPathAccessError, error.what());
+  }
+}
+
+/// True when the components lead above their start, be it for a moment.
+bool LeadsOut(std::string_view path) {
+  int depth = 0;
+  while (!path.empty()) {
+    const auto end = std::min(path.find('\\'), path.size());
+    const std::string_view component = path.substr(0, end);
+    path.remove_prefix(std::min(end + 1, path.size()));
+    if (component.empty() || component == ".") continue;
+    depth += component == ".." ? -1 : 1;
+    if (depth < 0) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+ScenarioMachine::ScenarioMachine(const fs::path& folder, const fs::path& installed,
+                                 const MakeDatabase& make_database)
+    : folder_(Utf8(folder)),
+      files_(std::string(kProgramFolder), std::string(kUserDataFolder),
+             [this](std::string_view path) { return RealPath(path); }),
+      database_(make_database([this](std::string_view path) { return RealPath(path); })) {
+  const fs::path program = folder / "Program";
+  fs::create_directory(program);
+  fs::create_directory(folder / "Data");
+  fs::copy_file(installed / kTemplateName, program / kTemplateName);
+  fs::permissions(program / kTemplateName, fs::perms::owner_write, fs::perm_options::add);
+  if (fs::exists(installed / kIconFolder)) fs::copy(installed / kIconFolder, program / kIconFolder);
+}
+
+std::string ScenarioMachine::RealPath(std::string_view path) const {
+  if (path.find('\0') != std::string_view::npos) RaiseError(base::kPathNotFound);
+  std::string real(path);
+  std::replace(real.begin(), real.end(), '/', '\\');
+  const bool on_drive =
+      real.starts_with(kDrive) && (real.size() == kDrive.size() || real[kDrive.size()] == '\\');
+  if (!on_drive) RaiseError(base::kPathNotFound);
+  real.erase(0, kDrive.size());
+  if (LeadsOut(real)) RaiseError(base::kPathNotFound);
+  return folder_ + real;
+}
+
+void ScenarioMachine::WriteFile(std::string_view path, std::string_view bytes) {
+  AsRuntimeError([&] {
+    const fs::path file = Native(RealPath(path));
+    fs::create_directories(file.parent_path());
+    std::ofstream out(file, std::ios::binary);
+    out.exceptions(std::ios::failbit | std::ios::badbit);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
+  });
+}
+
+void ScenarioMachine::RemoveFile(std::string_view path) {
+  AsRuntimeError([&] { fs::remove(Native(RealPath(path))); });
+}
+
+void ScenarioMachine::SetReadOnly(std::string_view path) {
+  AsRuntimeError([&] {
+    fs::permissions(Native(RealPath(path)),
+                    fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                    fs::perm_options::remove);
+  });
+}
+
+}  // namespace kestro::adapters

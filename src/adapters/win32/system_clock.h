@@ -1,0 +1,14 @@
+#pragma once
+
+#include "ports/clock.h"
+
+namespace kestro::adapters {
+
+class SystemClock final : public ports::Clock {
+ public:
+  [[nodiscard]] std::chrono::system_clock::time_point Now() const override {
+    return std::chrono::system_clock::now();
+  }
+};
+
+}  // namespace kestro::adapters

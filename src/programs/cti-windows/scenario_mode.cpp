@@ -1,0 +1,47 @@
+#include "programs/cti-windows/scenario_mode.h"
+
+#include <filesystem>
+#include <iostream>
+
+#include "adapters/headless/headless_front_end.h"
+#include "adapters/sqlite/sqlite_database.h"
+#include "adapters/win32/scenario_machine.h"
+#include "adapters/win32/user_folders.h"
+#include "adapters/win32/wide_text.h"
+#include "programs/cti-windows/win32_front_end.h"
+#include "scenario/player_program.h"
+
+namespace kestro::programs {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::unique_ptr<ports::Database> MakeDatabase(adapters::Win32FileSystem::PathTranslator real_path) {
+  return std::make_unique<adapters::SqliteDatabase>(
+      [real_path = std::move(real_path)](std::string_view path) {
+        return fs::path(adapters::ToWide(real_path(path)));
+      });
+}
+
+scenario::ScenarioMachine MakeMachine(const fs::path& folder) {
+  const fs::path installed = adapters::ToWide(adapters::ProgramFolder());
+  auto machine = std::make_unique<adapters::ScenarioMachine>(folder, installed, MakeDatabase);
+  auto native_path = [&files = *machine](std::string_view path) { return files.RealPath(path); };
+  return {std::move(machine), native_path};
+}
+
+std::unique_ptr<scenario::FrontEndFactory> FrontEndsNamed(std::string_view name) {
+  if (name == "win32") return std::make_unique<Win32FrontEnds>();
+  if (name == "headless") return std::make_unique<adapters::HeadlessFrontEnds>();
+  return nullptr;
+}
+
+}  // namespace
+
+int PlayScenarios(const std::vector<std::string>& arguments) {
+  const scenario::PlayerSystem system{"CTI /scenario", "win32|headless", "win32", FrontEndsNamed,
+                                      MakeMachine};
+  return scenario::RunPlayer(system, arguments, std::cout, std::cerr);
+}
+
+}  // namespace kestro::programs

@@ -1,0 +1,150 @@
+// Adapters whose mistakes no scenario would show: records, encodings, files.
+
+#include <windows.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+#include "adapters/win32/code_page.h"
+#include "adapters/win32/instance_mutex.h"
+#include "adapters/win32/notification_record.h"
+#include "adapters/win32/registry_settings.h"
+#include "adapters/win32/win32_file_system.h"
+#include "base/runtime_error.h"
+#include "windows/support/test_user.h"
+
+namespace kestro::adapters {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(NotificationRecord, HasTheSizeOfItsGenerationAndKeepsItsFields) {
+  const bool wide = sizeof(void*) == 8;
+  const struct {
+    std::uint32_t size;
+    DWORD wide_size;
+    DWORD narrow_size;
+  } cases[] = {{504, 520, 504}, {488, 504, 488}, {88, 104, 88}, {87, 0, 0}, {0, 0, 0}};
+  for (const auto& one : cases) {
+    ports::NotificationRecord record;
+    record.cbSize = one.size;
+    EXPECT_EQ(NativeRecord(record, nullptr, nullptr).cbSize, wide ? one.wide_size : one.narrow_size)
+        << one.size;
+  }
+  ports::NotificationRecord record;
+  record.cbSize = 88;
+  record.uID = 9;
+  record.uTimeoutOrVersion = 5000;
+  record.dwInfoFlags = 1;
+  record.szTip.fill('t');
+  record.szInfo.fill('i');
+  record.szInfoTitle.fill('c');
+  const NOTIFYICONDATAA oldest = NativeRecord(record, nullptr, nullptr);
+  EXPECT_EQ(std::strlen(oldest.szTip), 63U);
+  record.cbSize = 504;
+  const NOTIFYICONDATAA native = NativeRecord(record, nullptr, nullptr);
+  EXPECT_EQ(native.uID, 9U);
+  EXPECT_EQ(native.uTimeout, 5000U);
+  EXPECT_EQ(native.dwInfoFlags, 1U);
+  EXPECT_EQ(native.szTip[127], 't');
+  EXPECT_EQ(native.szInfo[255], 'i');
+  EXPECT_EQ(native.szInfoTitle[63], 'c');
+}
+
+TEST(SystemCodePage, GivesEveryByteBackAndReplacesWhatItLacks) {
+  const SystemCodePage code_page(SystemCodePage::kCentralEuropean);
+  for (int value = 0; value < 256; ++value) {
+    const std::string byte(1, static_cast<char>(value));
+    EXPECT_EQ(code_page.FromText(code_page.ToText(byte)), byte) << value;
+  }
+  EXPECT_EQ(code_page.ToText("\xF8"), "ř");
+  EXPECT_EQ(code_page.FromText("řΩ\xFF"
+                               "a"),
+            "\xF8??a");
+}
+
+TEST(RegistrySettings, KeepTextsAndReadNumbers) {
+  constexpr const char* kKey = R"(Software\Kestro\Test)";
+  const SystemCodePage code_page;
+  RegistrySettings settings(code_page);
+  test::RemoveRegistryKey(HKEY_CURRENT_USER, L"Software\\Kestro\\Test");
+  EXPECT_EQ(settings.SetValue(kKey, "a", "1"), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(settings.QueryValue(kKey, "a"), std::nullopt);
+  EXPECT_EQ(settings.CreateKey(kKey), 0);
+  for (const std::string text : {"", " ", "C:\\Data\\a b.mdb", "\xC3\xA9"}) {
+    EXPECT_EQ(settings.SetValue(kKey, "a", text), 0);
+    EXPECT_EQ(settings.QueryValue(kKey, "a"), text);
+  }
+  const DWORD number = 0xFFFFFFFF;
+  const BYTE binary[] = {1, 2};
+  ::RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Kestro\\Test", L"n", REG_DWORD, &number, sizeof(number));
+  ::RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Kestro\\Test", L"b", REG_BINARY, binary, sizeof(binary));
+  EXPECT_EQ(settings.QueryValue(kKey, "n"), "-1");
+  EXPECT_EQ(settings.QueryValue(kKey, "b"), std::nullopt);
+  test::RemoveRegistryKey(HKEY_CURRENT_USER, L"Software\\Kestro\\Test");
+}
+
+TEST(SecondStarts, OnlyNumbersOfLinksAreTaken) {
+  HiddenWindow window(L"KESTRO CTI second starts test");
+  std::vector<std::string> asked;
+  ListenToSecondStarts(
+      window, [] {}, [&](std::string number) { asked.push_back(std::move(number)); });
+  const auto send = [&](ULONG_PTR kind, std::string text) {
+    COPYDATASTRUCT data{kind, static_cast<DWORD>(text.size()), text.data()};
+    return ::SendMessageW(window.handle(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data)) != 0;
+  };
+  constexpr ULONG_PTR kDial = 0x4C414944;
+  EXPECT_TRUE(send(kDial, "+420602111222"));
+  EXPECT_TRUE(send(kDial, ""));
+  for (const std::string text : {"*21", "602 111", "tel:1", "+", "1\n"})
+    EXPECT_FALSE(send(kDial, text)) << text;
+  EXPECT_FALSE(send(kDial, std::string(5000, '1')));
+  EXPECT_FALSE(send(kDial + 1, "602111222"));
+  EXPECT_EQ(0, ::SendMessageW(window.handle(), WM_COPYDATA, 0, 0));
+  EXPECT_EQ(asked, (std::vector<std::string>{"+420602111222", ""}));
+}
+
+std::int32_t ErrorOf(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const base::RuntimeError& error) {
+    return error.number();
+  }
+  return 0;
+}
+
+TEST(Win32FileSystem, CopiesWholeFilesAndSaysWhyNot) {
+  const fs::path folder = fs::temp_directory_path() / "kestro-files";
+  fs::remove_all(folder);
+  fs::create_directories(folder);
+  const auto path = [&](const char* name) { return (folder / fs::path(name)).string(); };
+  std::ofstream(folder / "a") << "one";
+  std::ofstream(folder / "b") << "two";
+  Win32FileSystem files(folder.string(), "");
+  ::SetFileAttributesW((folder / "a").c_str(), FILE_ATTRIBUTE_READONLY);
+
+  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("a"), path("b"), false); }), base::kFileAlreadyExists);
+  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("none"), path("c"), true); }), base::kFileNotFound);
+  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("b"), path("no\\c"), true); }), base::kPathNotFound);
+  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("b"), path("a"), true); }), base::kPathAccessError);
+  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("."), path("c"), true); }), base::kPathAccessError);
+  EXPECT_EQ(ErrorOf([&] { files.CreateFolder(folder.string()); }), base::kFileAlreadyExists);
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(files.UserDataFolder()); }), base::kPathNotFound);
+  EXPECT_FALSE(files.FileExists(path("c")));
+
+  files.CopyFileTo(path("a"), path("b"), true);
+  EXPECT_EQ(files.ReadStart(path("b"), 9), "one");
+  EXPECT_EQ(files.FileAttributes(path("a")) & 1, 1);
+  EXPECT_EQ(files.FileAttributes(path("b")) & 1, 0) << "the copy is write-protected, too";
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 2) << "an unfinished copy is left";
+  ::SetFileAttributesW((folder / "a").c_str(), FILE_ATTRIBUTE_NORMAL);
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace kestro::adapters

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "adapters/win32/file_handle.h"
+
+namespace kestro::test {
+
+/// Asks again and again until the condition holds; false after ten seconds.
+bool Eventually(const std::function<bool()>& condition);
+
+/// The shipped program with the stand-in for the telephony library, as another
+/// process. It is ended with the object, by force if need be.
+class RunningProgram {
+ public:
+  /// `script` goes to the stand-in before the first line function.
+  explicit RunningProgram(const std::string& script = {}, const std::wstring& arguments = {});
+  ~RunningProgram();
+  RunningProgram(const RunningProgram&) = delete;
+  RunningProgram& operator=(const RunningProgram&) = delete;
+
+  /// The stand-in's reply; empty while it does not listen.
+  std::string Ask(const std::string& request) const;
+  /// The line is open.
+  [[nodiscard]] bool Monitors() const;
+  /// Every line function called since the last time.
+  std::string Journal() const { return Ask("journal"); }
+
+  [[nodiscard]] bool Runs() const;
+  /// The exit status, once the program has ended; waits for at most ten seconds.
+  [[nodiscard]] std::optional<DWORD> ExitStatus() const;
+
+  /// A visible window of the program with that caption, waited for; null when none comes.
+  [[nodiscard]] HWND AwaitWindow(const std::wstring& caption) const;
+  [[nodiscard]] HWND FindVisible(const std::wstring& caption) const;
+  /// The window at which the icon, other programs and the session reach the program.
+  [[nodiscard]] HWND Listener() const;
+  /// The text of the message box that is open; waited for.
+  [[nodiscard]] std::wstring AwaitBox() const;
+  /// Presses OK in it and waits until it is gone.
+  void AnswerBox() const;
+
+ private:
+  [[nodiscard]] HWND FindBox() const;
+  [[nodiscard]] HWND FindWindowWhere(const std::function<bool(HWND)>& suits) const;
+
+  std::uint16_t port_;
+  DWORD id_ = 0;
+  adapters::Handle process_;
+};
+
+/// The first window below `parent` of that class (and with that text, unless it is empty).
+[[nodiscard]] HWND ChildOf(HWND parent, const std::wstring& window_class, const std::wstring& text = {});
+[[nodiscard]] std::wstring TextOf(HWND window);
+
+}  // namespace kestro::test
