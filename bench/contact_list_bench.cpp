@@ -36,7 +36,7 @@ class RowSequence {
   std::uint64_t state_ = 1;
 };
 
-void RegisterDisplayAll(ContactsDatabase& contacts, BareConnection& bare) {
+void RegisterDisplayAll(ContactsDatabase& contacts, BareAddressBook& bare) {
   benchmark::RegisterBenchmark("display all", [&](benchmark::State& state) {
     for (auto step : state) ReadScreen(*DisplayAll(contacts));
   })->Unit(benchmark::kMillisecond);
@@ -114,13 +114,13 @@ void PrintMemory(ContactsDatabase& contacts) {
 
 int main(int argument_count, char** argument_values) {
   ContactsDatabase contacts;
-  std::unique_ptr<BareConnection> bare;
+  std::unique_ptr<BareAddressBook> bare;
   return RunBenchmarks(
       argument_count, argument_values,
       [&](int count) {
         Fill(contacts, count);
         PrintMemory(contacts);
-        bare = std::make_unique<BareConnection>(contacts.path().string());
+        bare = std::make_unique<BareAddressBook>(count);
         RegisterDisplayAll(contacts, *bare);
         RegisterSorting(contacts);
         RegisterScrolling(contacts);

@@ -40,7 +40,7 @@ std::string LikeQuery(const SearchCase& search) {
   return query + " ORDER BY Name, id_Contact";
 }
 
-void RegisterLookUps(kestro::test_support::ContactsDatabase& contacts, BareConnection& bare, int count) {
+void RegisterLookUps(kestro::test_support::ContactsDatabase& contacts, BareAddressBook& bare, int count) {
   benchmark::RegisterBenchmark("FindContactsByPhone", [&contacts, count](benchmark::State& state) {
     PhoneSequence phones(count);
     for (auto step : state) {
@@ -50,13 +50,13 @@ void RegisterLookUps(kestro::test_support::ContactsDatabase& contacts, BareConne
     }
   });
   benchmark::RegisterBenchmark("prepared SELECT", [&bare, count](benchmark::State& state) {
-    const auto statement = bare.Prepare(kestro::contacts::GetContactStatements().select_by_phone);
+    const auto statement = bare.Prepare(BareAddressBook::SelectByPhone());
     PhoneSequence phones(count);
-    for (auto step : state) benchmark::DoNotOptimize(SelectByPhone(bare, statement.get(), phones.Next()));
+    for (auto step : state) benchmark::DoNotOptimize(SelectByPhone(statement.get(), phones.Next()));
   });
 }
 
-void RegisterSearch(kestro::test_support::ContactsDatabase& contacts, BareConnection& bare,
+void RegisterSearch(kestro::test_support::ContactsDatabase& contacts, BareAddressBook& bare,
                     const SearchCase& search) {
   const std::string name = search.name;
   benchmark::RegisterBenchmark(("SearchContacts, " + name).c_str(), [&](benchmark::State& state) {
@@ -100,12 +100,12 @@ void RegisterPickLists(kestro::test_support::ContactsDatabase& contacts) {
 
 int main(int argument_count, char** argument_values) {
   kestro::test_support::ContactsDatabase contacts;
-  std::unique_ptr<BareConnection> bare;
+  std::unique_ptr<BareAddressBook> bare;
   return RunBenchmarks(
       argument_count, argument_values,
       [&](int count) {
         Fill(contacts, count);
-        bare = std::make_unique<BareConnection>(contacts.path().string());
+        bare = std::make_unique<BareAddressBook>(count);
         RegisterLookUps(contacts, *bare, count);
         for (const auto& search : kSearches) RegisterSearch(contacts, *bare, search);
         RegisterPickLists(contacts);

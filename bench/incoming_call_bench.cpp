@@ -95,7 +95,6 @@ class Office {
 
   void Log(bool on) { log_.SetFileLogging(on); }
   [[nodiscard]] int count() const { return count_; }
-  [[nodiscard]] std::string database() const { return contacts_.path().string(); }
 
   void Offer(const std::string& number) {
     exchange::Call call;
@@ -148,11 +147,11 @@ void RegisterOffering(Office& office, const char* name, bool log) {
   });
 }
 
-void RegisterSelect(BareConnection& bare, int count) {
+void RegisterSelect(BareAddressBook& bare, int count) {
   benchmark::RegisterBenchmark("prepared SELECT", [&bare, count](benchmark::State& state) {
-    const auto statement = bare.Prepare(contacts::GetContactStatements().select_by_phone);
+    const auto statement = bare.Prepare(BareAddressBook::SelectByPhone());
     PhoneSequence phones(count);
-    for (auto step : state) benchmark::DoNotOptimize(SelectByPhone(bare, statement.get(), phones.Next()));
+    for (auto step : state) benchmark::DoNotOptimize(SelectByPhone(statement.get(), phones.Next()));
   });
 }
 
@@ -160,12 +159,12 @@ void RegisterSelect(BareConnection& bare, int count) {
 
 int main(int argument_count, char** argument_values) {
   std::unique_ptr<Office> office;
-  std::unique_ptr<BareConnection> bare;
+  std::unique_ptr<BareAddressBook> bare;
   return RunBenchmarks(
       argument_count, argument_values,
       [&](int count) {
         office = std::make_unique<Office>(count);
-        bare = std::make_unique<BareConnection>(office->database());
+        bare = std::make_unique<BareAddressBook>(count);
         RegisterOffering(*office, "OFFERING to card, log off", false);
         RegisterOffering(*office, "OFFERING to card, log on", true);
         RegisterSelect(*bare, count);

@@ -4,7 +4,7 @@ enable_testing()
 include(GoogleTest)
 
 # The libraries that every test program may use.
-set(test_libraries kestro_headless kestro_sqlite kestro kestro_warnings)
+set(test_libraries kestro_headless kestro_sqlite kestro_jetfile kestro kestro_warnings)
 if(TARGET kestro_posix)
   list(PREPEND test_libraries kestro_posix)
 endif()

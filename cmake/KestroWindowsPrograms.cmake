@@ -3,7 +3,7 @@
 # CTI.exe, the program itself; it also plays scenarios.
 kestro_collect(cti_sources src/programs/cti-windows)
 add_executable(CTI WIN32 ${cti_sources})
-target_link_libraries(CTI PRIVATE kestro_win32 kestro_headless kestro_sqlite kestro kestro_warnings)
+target_link_libraries(CTI PRIVATE kestro_win32 kestro_headless kestro_sqlite kestro_jetfile kestro kestro_warnings)
 set_target_properties(CTI PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${KESTRO_PROGRAM_DIR}")
 kestro_windows_resources(CTI DESCRIPTION "Desktop computer telephony")
 add_dependencies(CTI program_folder)
@@ -38,7 +38,7 @@ elseif(KESTRO_WINDOWS_TESTS)
   add_executable(windows-tests ${windows_test_sources})
   target_include_directories(windows-tests PRIVATE "${CMAKE_SOURCE_DIR}/tests"
                                                    "${CMAKE_SOURCE_DIR}/tests/windows/front_end")
-  target_link_libraries(windows-tests PRIVATE kestro_win32 kestro_headless kestro_sqlite kestro kestro_warnings
+  target_link_libraries(windows-tests PRIVATE kestro_win32 kestro_headless kestro_sqlite kestro_jetfile kestro kestro_warnings
                                               GTest::gmock GTest::gtest_main)
   # The texts and the manifest are the program's own.
   target_sources(windows-tests PRIVATE "${CMAKE_SOURCE_DIR}/src/programs/cti-windows/text_catalogue.cpp")

@@ -60,7 +60,7 @@ for ((kill = 1; kill <= kills; ++kill)); do
   shown=$(grep -E '^[0-9]+$' "$scratch/reported" | tail -n 1 || true)
   shown=${shown:-0}
   journal=0
-  if [[ -e $database-journal ]]; then
+  if [[ -e $database.journal ]]; then
     journal=1
   fi
   problem=

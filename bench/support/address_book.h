@@ -1,8 +1,10 @@
 #pragma once
 
-// The address book that the benchmarks run on, and the bare engine they are compared with.
+// The address book that the benchmarks run on, and SQLite's own tables that they are compared with.
 
+#include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -15,6 +17,7 @@
 #include "contacts/contact_statements.h"
 #include "contacts/cti_contacts.h"
 #include "unit/support/contacts_database.h"
+#include "unit/support/sqlite_contacts.h"
 
 namespace kestro::bench {
 
@@ -47,14 +50,18 @@ inline Contact MakeContact(int number) {
   return contact;
 }
 
+/// In groups, as an import does: a transaction is kept in memory.
 inline void Fill(test_support::ContactsDatabase& book, int count) {
+  constexpr int kGroup = 20'000;
   contacts::DatabaseSession session(book.database(), book.connection_string());
-  session.InTransaction([&] {
-    for (int number = 0; number < count; ++number) {
-      Contact contact = MakeContact(number);
-      session.Run(contacts::GetContactStatements().insert, contacts::ContactValues(contact));
-    }
-  });
+  for (int first = 0; first < count; first += kGroup) {
+    session.InTransaction([&] {
+      for (int number = first; number < std::min(count, first + kGroup); ++number) {
+        Contact contact = MakeContact(number);
+        session.Run(contacts::GetContactStatements().insert, contacts::ContactValues(contact));
+      }
+    });
+  }
 }
 
 inline std::unique_ptr<ports::Recordset> DisplayAll(test_support::ContactsDatabase& book) {
@@ -74,33 +81,57 @@ inline void ReadScreen(ports::Recordset& rows) {
   for (; !rows.AtEnd() && rows.Position() < kScreenRows; rows.MoveNext()) ReadRow(rows);
 }
 
-/// A connection and statements of the engine itself, as an application without any layers would use them.
-class BareConnection {
+/// Every stored property but the key, in the order of the insertion.
+inline void BindContact(sqlite3_stmt* statement, Contact& contact) {
+  int position = 0;
+  for (const auto& property : contacts::TextProperties()) {
+    const std::string& text = property.of(contact);
+    sqlite3_bind_text(statement, ++position, text.data(), static_cast<int>(text.size()), nullptr);
+  }
+  for (const auto type : contact.PhoneType) sqlite3_bind_int64(statement, ++position, type);
+}
+
+inline std::string ContactColumns() {
+  std::string columns;
+  for (const auto& property : contacts::TextProperties()) columns.append(property.name).append(", ");
+  return columns + "PhoneType1, PhoneType2, PhoneType3, PhoneType4";
+}
+
+/// The same contacts in tables of SQLite's own, as an application without any layers would use them.
+class BareAddressBook {
  public:
-  explicit BareConnection(const std::string& path) {
-    sqlite3* opened = nullptr;
-    const int result = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
-    database_.reset(opened);
-    Check(result);
+  explicit BareAddressBook(int count) {
+    file_.Run(test_support::kSqliteContactTables);
+    file_.Run("BEGIN");
+    const auto insert = file_.Prepare(InsertStatement());
+    for (int number = 0; number < count; ++number) {
+      Contact contact = MakeContact(number);
+      BindContact(insert.get(), contact);
+      sqlite3_step(insert.get());
+      file_.Check(sqlite3_reset(insert.get()));
+    }
+    file_.Run("COMMIT");
   }
 
-  adapters::StatementPointer Prepare(std::string_view text) {
-    sqlite3_stmt* statement = nullptr;
-    Check(
-        sqlite3_prepare_v2(database_.get(), text.data(), static_cast<int>(text.size()), &statement, nullptr));
-    return adapters::StatementPointer(statement);
-  }
+  [[nodiscard]] test_support::SqliteFile& file() { return file_; }
+  [[nodiscard]] std::filesystem::path path() const { return folder_.File("bare.sqlite"); }
+  [[nodiscard]] adapters::StatementPointer Prepare(std::string_view text) { return file_.Prepare(text); }
 
-  void Check(int result) {
-    if (result != SQLITE_OK) throw std::runtime_error(sqlite3_errmsg(database_.get()));
+  static std::string InsertStatement() {
+    std::string marks = "?";
+    for (std::size_t i = 1; i < contacts::TextProperties().size() + contacts::kPhoneCount; ++i)
+      marks += ", ?";
+    return "INSERT INTO Contact (" + ContactColumns() + ") VALUES (" + marks + ")";
   }
-
-  void BindText(sqlite3_stmt* statement, int position, std::string_view text) {
-    Check(sqlite3_bind_text(statement, position, text.data(), static_cast<int>(text.size()), nullptr));
+  static std::string SelectByPhone() {
+    return "SELECT id_Contact, " + ContactColumns() +
+           " FROM Contact WHERE SearchPhone1 = ?1 OR SearchPhone2 = ?1 OR SearchPhone3 = ?1 OR "
+           "SearchPhone4 = ?1 ORDER BY id_Contact";
   }
 
  private:
-  adapters::HandlePointer database_;
+  test_support::TemporaryFolder folder_;
+  test_support::SqliteFile file_{folder_.File("bare.sqlite")};
 };
 
 inline std::string_view Column(sqlite3_stmt* row, int index) {
@@ -119,9 +150,8 @@ inline Contact ReadBareContact(sqlite3_stmt* row) {
 }
 
 /// The contacts with that number, through the prepared selection.
-inline std::vector<Contact> SelectByPhone(BareConnection& bare, sqlite3_stmt* statement,
-                                          const std::string& phone) {
-  for (int i = 1; i <= contacts::kPhoneCount; ++i) bare.BindText(statement, i, phone);
+inline std::vector<Contact> SelectByPhone(sqlite3_stmt* statement, const std::string& phone) {
+  sqlite3_bind_text(statement, 1, phone.data(), static_cast<int>(phone.size()), nullptr);
   std::vector<Contact> found;
   while (sqlite3_step(statement) == SQLITE_ROW) found.push_back(ReadBareContact(statement));
   sqlite3_reset(statement);

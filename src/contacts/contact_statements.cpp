@@ -3,6 +3,7 @@
 #include <array>
 
 #include "base/text.h"
+#include "contacts/search_hash.h"
 
 namespace kestro::contacts {
 namespace {
@@ -10,16 +11,21 @@ namespace {
 constexpr std::array<std::string_view, kPhoneCount> kPhoneTypeColumns = {"PhoneType1", "PhoneType2",
                                                                          "PhoneType3", "PhoneType4"};
 
-/// Stored columns without the key: the text properties, then the phone types.
-std::vector<std::string_view> Columns() {
-  std::vector<std::string_view> columns;
+constexpr std::array<std::string_view, kPhoneCount> kSearchHashColumns = {"SearchHash1", "SearchHash2",
+                                                                          "SearchHash3", "SearchHash4"};
+
+using Texts = std::vector<std::string_view>;
+
+/// Columns of the record without the key: the text properties, then the phone types.
+Texts Columns() {
+  Texts columns;
   for (const auto& property : TextProperties()) columns.push_back(property.name);
   columns.insert(columns.end(), kPhoneTypeColumns.begin(), kPhoneTypeColumns.end());
   return columns;
 }
 
 /// Each part followed by `suffix`, separated by commas.
-std::string Joined(const std::vector<std::string_view>& parts, std::string_view suffix = {}) {
+std::string Joined(const Texts& parts, std::string_view suffix = {}) {
   std::string text;
   for (const auto part : parts) {
     if (!text.empty()) text += ", ";
@@ -28,17 +34,30 @@ std::string Joined(const std::vector<std::string_view>& parts, std::string_view 
   return text;
 }
 
+/// The hash finds the few rows of which one may be meant, the text decides.
+std::string PhoneCondition() {
+  std::string condition;
+  for (const char number : std::string_view("1234")) {
+    if (!condition.empty()) condition += " OR ";
+    condition.append("(SearchHash").append(1, number).append(" = ?1 AND SearchPhone").append(1, number);
+    condition += " = ?2)";
+  }
+  return condition;
+}
+
 ContactStatements MakeStatements() {
-  const auto columns = Columns();
+  constexpr std::string_view kHashMark = "NULLIF(?, 0)";
+  const Texts columns = Columns();
+  const Texts hashes(kSearchHashColumns.begin(), kSearchHashColumns.end());
   const std::string select = "SELECT id_Contact, " + Joined(columns) + " FROM Contact WHERE ";
-  const std::vector<std::string_view> marks(columns.size(), "?");
+  const std::string set_hash = std::string(" = ").append(kHashMark);
   return {
       .select_by_key = select + "id_Contact = ?",
-      .select_by_phone = select +
-                         "SearchPhone1 = ? OR SearchPhone2 = ? OR SearchPhone3 = ? OR SearchPhone4 = ? "
-                         "ORDER BY id_Contact",
-      .insert = "INSERT INTO Contact (" + Joined(columns) + ") VALUES (" + Joined(marks) + ")",
-      .update = "UPDATE Contact SET " + Joined(columns, " = ?") + " WHERE id_Contact = ?",
+      .select_by_phone = select + PhoneCondition() + " ORDER BY id_Contact",
+      .insert = "INSERT INTO Contact (" + Joined(columns) + ", " + Joined(hashes) + ") VALUES (" +
+                Joined(Texts(columns.size(), "?")) + ", " + Joined(Texts(hashes.size(), kHashMark)) + ")",
+      .update = "UPDATE Contact SET " + Joined(columns, " = ?") + ", " + Joined(hashes, set_hash) +
+                " WHERE id_Contact = ?",
   };
 }
 
@@ -75,9 +94,10 @@ KeysetQuery MakeContactSearch(std::string_view name, std::string_view company, s
 
 std::vector<DatabaseSession::Value> ContactValues(Contact& contact) {
   std::vector<DatabaseSession::Value> values;
-  values.reserve(TextProperties().size() + kPhoneCount + 1);
+  values.reserve(TextProperties().size() + 2 * kPhoneCount + 1);
   for (const auto& property : TextProperties()) values.emplace_back(std::string_view(property.of(contact)));
   for (const auto type : contact.PhoneType) values.emplace_back(type);
+  for (const auto& phone : contact.SearchPhone) values.emplace_back(std::int64_t{SearchHash(phone)});
   return values;
 }
 

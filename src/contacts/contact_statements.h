@@ -15,7 +15,7 @@ namespace kestro::contacts {
 /// database prepares it once.
 struct ContactStatements {
   std::string select_by_key;    // the key
-  std::string select_by_phone;  // the search form, kPhoneCount times
+  std::string select_by_phone;  // SearchHash of the search form, the search form
   std::string insert;           // ContactValues
   std::string update;           // ContactValues, then the key
 };
@@ -27,7 +27,8 @@ struct ContactStatements {
 [[nodiscard]] KeysetQuery MakeContactSearch(std::string_view name, std::string_view company,
                                             std::string_view city, std::string_view note);
 
-/// Every stored property but the key, in the order of the insertion's columns; views the contact.
+/// Every property but the key, then what is stored beside them, in the order of the insertion's columns;
+/// views the contact.
 [[nodiscard]] std::vector<DatabaseSession::Value> ContactValues(Contact& contact);
 
 /// The current row of one of the two selections.

@@ -4,6 +4,7 @@
 #include "contacts/contact_statements.h"
 #include "contacts/database_session.h"
 #include "contacts/keyset_recordset.h"
+#include "contacts/search_hash.h"
 
 namespace kestro::contacts {
 
@@ -58,8 +59,8 @@ std::vector<Contact> CTIContacts::FindContactsByPhone(std::string_view search_ph
   // A contact's unused numbers are empty, too.
   if (search_phone.empty()) return found;
   DatabaseSession session(database_, connection_string_);
-  const std::vector<DatabaseSession::Value> values(kPhoneCount, search_phone);
-  const auto rows = session.Query(GetContactStatements().select_by_phone, values);
+  const auto rows = session.Query(GetContactStatements().select_by_phone,
+                                  {std::int64_t{SearchHash(search_phone)}, search_phone});
   for (; !rows->AtEnd(); rows->MoveNext()) found.push_back(ReadContact(*rows));
   return found;
 }

@@ -26,8 +26,9 @@ std::string KeysStatement(const KeysetQuery& query, const SortOrder& order) {
   std::string text = std::string("SELECT ").append(key).append(" FROM ").append(query.table);
   if (!query.condition.empty()) text.append(" WHERE ").append(query.condition);
   text += " ORDER BY ";
-  // A condition needs the whole of every row. Following the index to it, one look-up a row all over the
-  // file, would take far longer than sorting what passes; the plus keeps the engine from trying.
+  // Of all rows the database can know the order. A condition needs the whole of every row: following that
+  // order, one look-up a row all over the file, would take far longer than sorting what passes; the plus
+  // keeps the database from trying.
   if (!query.condition.empty()) text += '+';
   text.append(order.field).append(" COLLATE TextOrder");
   if (order.descending) text += kDescending;

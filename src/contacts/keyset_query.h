@@ -12,8 +12,7 @@ struct KeysetQuery {
   std::string_view table;
   /// The first one is the key: a whole number that no two rows share.
   std::vector<std::string_view> fields;
-  /// Order of the rows as long as no other was asked for; one of `fields`. The table has an index in this
-  /// order, with the texts by TextOrder.
+  /// Order of the rows as long as no other was asked for; one of `fields`.
   std::string_view first_order;
   std::string condition;            // empty = every row
   std::vector<std::string> values;  // of the condition's "?" marks

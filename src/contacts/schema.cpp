@@ -7,51 +7,55 @@
 namespace kestro::contacts {
 namespace {
 
-/// Texts of a contact are never null. A phone type may have been deleted or come from another database: it
-/// is no foreign key, a contact with an unknown type is still a good contact.
+/// TEXT(n) takes n UTF-16 units: twice the characters of the widths, because a character can take two. Where
+/// that is more than the 255 a TEXT can have, and where there is no width, the column is a MEMO. A phone type
+/// may have been deleted or come from another database: a contact with an unknown type is still a good one.
 constexpr std::string_view kTables[] = {
-    R"(CREATE TABLE Contact (
-  id_Contact INTEGER PRIMARY KEY AUTOINCREMENT,
-  Name TEXT NOT NULL DEFAULT '',
-  Company TEXT NOT NULL DEFAULT '',
-  Position TEXT NOT NULL DEFAULT '',
-  Phone1 TEXT NOT NULL DEFAULT '',
-  Phone2 TEXT NOT NULL DEFAULT '',
-  Phone3 TEXT NOT NULL DEFAULT '',
-  Phone4 TEXT NOT NULL DEFAULT '',
-  SearchPhone1 TEXT NOT NULL DEFAULT '',
-  SearchPhone2 TEXT NOT NULL DEFAULT '',
-  SearchPhone3 TEXT NOT NULL DEFAULT '',
-  SearchPhone4 TEXT NOT NULL DEFAULT '',
-  PhoneType1 INTEGER NOT NULL DEFAULT 0,
-  PhoneType2 INTEGER NOT NULL DEFAULT 0,
-  PhoneType3 INTEGER NOT NULL DEFAULT 0,
-  PhoneType4 INTEGER NOT NULL DEFAULT 0,
-  Street TEXT NOT NULL DEFAULT '',
-  City TEXT NOT NULL DEFAULT '',
-  ZIPCode TEXT NOT NULL DEFAULT '',
-  Country TEXT NOT NULL DEFAULT '',
-  Email TEXT NOT NULL DEFAULT '',
-  PicturePath TEXT NOT NULL DEFAULT '',
-  Note TEXT NOT NULL DEFAULT '',
-  UserField1 TEXT NOT NULL DEFAULT '',
-  UserField2 TEXT NOT NULL DEFAULT '',
-  UserField3 TEXT NOT NULL DEFAULT '',
-  UserField4 TEXT NOT NULL DEFAULT ''))",
-    "CREATE INDEX ContactBySearchPhone1 ON Contact (SearchPhone1)",
-    "CREATE INDEX ContactBySearchPhone2 ON Contact (SearchPhone2)",
-    "CREATE INDEX ContactBySearchPhone3 ON Contact (SearchPhone3)",
-    "CREATE INDEX ContactBySearchPhone4 ON Contact (SearchPhone4)",
-    // The whole list comes in this order, at once. Without it a million names are sorted each time.
-    "CREATE INDEX ContactByName ON Contact (Name COLLATE TextOrder)",
-    R"(CREATE TABLE PhoneType (
-  id INTEGER PRIMARY KEY AUTOINCREMENT,
-  name TEXT NOT NULL,
+    R"(CREATE VIRTUAL TABLE Contact USING jet(
+  id_Contact AUTONUMBER PRIMARY KEY,
+  Name MEMO,
+  Company MEMO,
+  Position MEMO,
+  Phone1 TEXT(100),
+  Phone2 TEXT(100),
+  Phone3 TEXT(100),
+  Phone4 TEXT(100),
+  SearchPhone1 TEXT(100),
+  SearchPhone2 TEXT(100),
+  SearchPhone3 TEXT(100),
+  SearchPhone4 TEXT(100),
+  SearchHash1 INTEGER,
+  SearchHash2 INTEGER,
+  SearchHash3 INTEGER,
+  SearchHash4 INTEGER,
+  PhoneType1 INTEGER,
+  PhoneType2 INTEGER,
+  PhoneType3 INTEGER,
+  PhoneType4 INTEGER,
+  Street TEXT(200),
+  City TEXT(200),
+  ZIPCode TEXT(40),
+  Country TEXT(200),
+  Email MEMO,
+  PicturePath MEMO,
+  Note MEMO,
+  UserField1 TEXT(60),
+  UserField2 TEXT(60),
+  UserField3 TEXT(60),
+  UserField4 MEMO,
+  INDEX ContactBySearchHash1 (SearchHash1) IGNORE NULL,
+  INDEX ContactBySearchHash2 (SearchHash2) IGNORE NULL,
+  INDEX ContactBySearchHash3 (SearchHash3) IGNORE NULL,
+  INDEX ContactBySearchHash4 (SearchHash4) IGNORE NULL))",
+    R"(CREATE VIRTUAL TABLE PhoneType USING jet(
+  id AUTONUMBER PRIMARY KEY,
+  name TEXT(40) NOT NULL,
   "Order" INTEGER NOT NULL))",
-    "CREATE TABLE UserFields (Field1 TEXT, Field2 TEXT, Field3 TEXT, Field4 TEXT)",
-    "CREATE TABLE PhoneLine (id INTEGER PRIMARY KEY AUTOINCREMENT, Line TEXT NOT NULL, Name TEXT)",
-    "CREATE TABLE Position (Position TEXT NOT NULL PRIMARY KEY)",
-    "CREATE TABLE Country (Country TEXT NOT NULL PRIMARY KEY)",
+    "CREATE VIRTUAL TABLE UserFields USING jet(id AUTONUMBER PRIMARY KEY, Field1 MEMO, Field2 MEMO, Field3 "
+    "MEMO, Field4 MEMO)",
+    "CREATE VIRTUAL TABLE PhoneLine USING jet(id AUTONUMBER PRIMARY KEY, Line MEMO NOT NULL, Name MEMO)",
+    "CREATE VIRTUAL TABLE Position USING jet(id AUTONUMBER PRIMARY KEY, Position TEXT(255) NOT NULL)",
+    "CREATE VIRTUAL TABLE Country USING jet(id AUTONUMBER PRIMARY KEY, Country TEXT(255) NOT NULL)",
 };
 
 void FillLists(DatabaseSession& session) {
@@ -59,16 +63,19 @@ void FillLists(DatabaseSession& session) {
   for (const auto name : InitialPhoneTypes()) {
     session.Run(R"(INSERT INTO PhoneType (name, "Order") VALUES (?, ?))", {name, ++order});
   }
-  for (const auto name : InitialPositions()) session.Run("INSERT INTO Position VALUES (?)", {name});
-  for (const auto name : InitialCountries()) session.Run("INSERT INTO Country VALUES (?)", {name});
+  for (const auto name : InitialPositions())
+    session.Run("INSERT INTO Position (Position) VALUES (?)", {name});
+  for (const auto name : InitialCountries()) session.Run("INSERT INTO Country (Country) VALUES (?)", {name});
 }
 
 }  // namespace
 
+std::span<const std::string_view> TableStatements() { return kTables; }
+
 void CreateSchema(ports::Database& database, std::string_view connection_string) {
   DatabaseSession session(database, connection_string);
   session.InTransaction([&] {
-    for (const auto table : kTables) session.Run(table);
+    for (const auto statement : TableStatements()) session.Run(statement);
     FillLists(session);
   });
 }

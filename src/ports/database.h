@@ -24,9 +24,8 @@ inline constexpr std::string_view kConnectionStringEnd = ";Persist Security Info
 class Connection;
 
 /// The rows of a query, one current row at a time; the current row is the first
-/// one after Execute. Rows that a command returns are read while one moves on:
-/// until the end is reached or the recordset is closed, other programs cannot
-/// write to the file. Every operation raises base::RuntimeError on failure.
+/// one after Execute. Rows that a command returns are read while one moves on.
+/// Every operation raises base::RuntimeError on failure.
 class Recordset {
  public:
   virtual ~Recordset() = default;
@@ -62,7 +61,8 @@ class Recordset {
   virtual void ClearActiveConnection() = 0;
 };
 
-/// Connection to one database file, named by a connection string.
+/// Connection to one database file, named by a connection string. As long as it is open, and possibly longer,
+/// other programs cannot open the file.
 class Connection {
  public:
   static constexpr int kUseServerCursor = 2;

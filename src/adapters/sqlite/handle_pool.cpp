@@ -2,28 +2,29 @@
 
 namespace kestro::adapters {
 
+bool HandlePool::IsKept(const std::filesystem::path& path,
+                        const std::optional<FileIdentity>& identity) const {
+  if (!handle_ || !identity) return false;
+  if (path == path_ && identity == identity_) return true;
+  // Another name or other permissions: the file is locked by the handle in use.
+  const bool same_file =
+      identity->file != 0 && identity->file == identity_->file && identity->device == identity_->device;
+  return same_file && handle_.use_count() > 1;
+}
+
 std::shared_ptr<SqliteHandle> HandlePool::Acquire(const std::filesystem::path& path) {
   if (!path.is_absolute()) return Acquire(std::filesystem::absolute(path));
   // Taken before the file is opened: one that is replaced in between looks replaced the next time.
   const auto identity = IdentityOf(path);
-  const auto found = entries_.find(path.native());
-  if (found == entries_.end()) return OpenAndKeep(path, identity);
-  if (identity != found->second.identity) {
-    entries_.erase(found);
-    return OpenAndKeep(path, identity);
-  }
-  if (found->second.handle->in_transaction()) return std::make_shared<SqliteHandle>(path);
-  return found->second.handle;
-}
-
-std::shared_ptr<SqliteHandle> HandlePool::OpenAndKeep(const std::filesystem::path& path,
-                                                      const std::optional<FileIdentity>& identity) {
-  auto handle = std::make_shared<SqliteHandle>(path);
+  if (IsKept(path, identity)) return handle_;
+  handle_.reset();  // first of all: it may be the same file
+  auto opened = std::make_shared<SqliteHandle>(files_, path);
   // A read-only handle would stay one after the file has become writable.
-  if (!identity || handle->read_only()) return handle;
-  if (entries_.size() >= kCapacity) entries_.erase(entries_.begin());
-  entries_.emplace(path.native(), Entry{*identity, handle});
-  return handle;
+  if (!identity || opened->read_only()) return opened;
+  path_ = path;
+  identity_ = identity;
+  handle_ = opened;
+  return opened;
 }
 
 }  // namespace kestro::adapters

@@ -1,38 +1,37 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <memory>
+#include <optional>
 
 #include "adapters/sqlite/file_identity.h"
 #include "adapters/sqlite/sqlite_handle.h"
+#include "jet/file_layer.h"
 
 namespace kestro::adapters {
 
-/// Keeps database files open between connections, because opening one costs far more than a look-up.
+/// Keeps the database file that was used last open between connections, because opening one costs far more
+/// than a look-up, and because nobody else may change it meanwhile.
 ///
-/// Connections to the same file share its handle. A query whose rows are still being read therefore never
-/// stands in the way of a change made through another connection of this program. Only while a
-/// transaction is open do new connections get a handle of their own.
+/// Connections to the same file share its handle, an open transaction included.
 class HandlePool {
  public:
-  /// Files kept open; the settings dialog may probe any number of them.
-  static constexpr std::size_t kCapacity = 4;
+  /// `files` must outlive the handles.
+  explicit HandlePool(jet::FileLayer& files) : files_(files) {}
 
   /// Handle of the file that `path` leads to now; raises when it cannot be opened. A kept handle whose
-  /// file was replaced, removed or given other permissions is not used any more.
+  /// file was replaced, removed or given other permissions is not used any more, except that a file still
+  /// in use by a connection is not opened a second time.
   [[nodiscard]] std::shared_ptr<SqliteHandle> Acquire(const std::filesystem::path& path);
 
  private:
-  struct Entry {
-    FileIdentity identity;
-    std::shared_ptr<SqliteHandle> handle;
-  };
+  [[nodiscard]] bool IsKept(const std::filesystem::path& path,
+                            const std::optional<FileIdentity>& identity) const;
 
-  std::shared_ptr<SqliteHandle> OpenAndKeep(const std::filesystem::path& path,
-                                            const std::optional<FileIdentity>& identity);
-
-  std::map<std::filesystem::path::string_type, Entry> entries_;
+  jet::FileLayer& files_;
+  std::filesystem::path path_;
+  std::optional<FileIdentity> identity_;
+  std::shared_ptr<SqliteHandle> handle_;  // null: none is kept
 };
 
 }  // namespace kestro::adapters

@@ -8,14 +8,16 @@
 
 namespace kestro::adapters {
 
-/// Contacts databases kept by SQLite, one file each. User-interface thread only.
+/// Contacts databases in Jet 4.0 files, with SQLite's SQL. User-interface thread only.
 ///
-/// Files stay open after their connections were closed and are closed with this object at the latest.
-/// Connections to one file share what is open: one that is open while another begins a transaction takes
-/// part in it.
+/// The file used last stays open, and locked against other programs, after its connections were closed; it
+/// is closed when another one is opened and with this object at the latest. Connections to one file share
+/// what is open: one that is open while another begins a transaction takes part in it.
 class SqliteDatabase final : public ports::Database {
  public:
-  explicit SqliteDatabase(NativePathFunction native_path) : native_path_(std::move(native_path)) {}
+  /// `files` must outlive this object and what it makes.
+  SqliteDatabase(jet::FileLayer& files, NativePathFunction native_path)
+      : native_path_(std::move(native_path)), pool_(files) {}
   SqliteDatabase(const SqliteDatabase&) = delete;
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 

@@ -19,8 +19,15 @@ std::string_view TextOf(sqlite3_value* value) {
 
 void DeleteMatcher(void* matcher) { delete static_cast<TextMatcher*>(matcher); }
 
-/// ContainsText(text, part). The matcher is made once for all rows of a run.
-void ContainsText(sqlite3_context* context, int, sqlite3_value** arguments) {
+int TextOrder(void*, int left_size, const void* left, int right_size, const void* right) {
+  return CompareTextOrder({static_cast<const char*>(left), static_cast<std::size_t>(left_size)},
+                          {static_cast<const char*>(right), static_cast<std::size_t>(right_size)});
+}
+
+}  // namespace
+
+/// The matcher is made once for all rows of a run.
+void ContainsText(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
   try {
     const std::string_view text = TextOf(arguments[0]);
     if (auto* const kept = static_cast<TextMatcher*>(sqlite3_get_auxdata(context, 1))) {
@@ -34,13 +41,6 @@ void ContainsText(sqlite3_context* context, int, sqlite3_value** arguments) {
     sqlite3_result_error_nomem(context);  // no exception may pass through the engine
   }
 }
-
-int TextOrder(void*, int left_size, const void* left, int right_size, const void* right) {
-  return CompareTextOrder({static_cast<const char*>(left), static_cast<std::size_t>(left_size)},
-                          {static_cast<const char*>(right), static_cast<std::size_t>(right_size)});
-}
-
-}  // namespace
 
 void RegisterTextFunctions(sqlite3* database) {
   constexpr std::string_view kAction = "The database functions cannot be set up";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <compare>
+#include <string>
 
 #include "adapters/sqlite/letter_folding.h"
 #include "base/text.h"
@@ -55,6 +56,30 @@ std::size_t CommonStart(std::string_view left, std::string_view right) {
 int Sign(std::strong_ordering order) { return order < 0 ? -1 : order > 0 ? 1 : 0; }
 
 }  // namespace
+
+/// The letters without accents and letter case in UTF-8, whose bytes are in the order of the characters;
+/// zeros follow the last one.
+TextOrderStart StartOfText(std::string_view text) {
+  constexpr std::size_t kWordBytes = 8;
+  constexpr std::size_t kBytes = std::tuple_size_v<TextOrderStart> * kWordBytes;
+  std::array<char, kBytes> bytes{};
+  std::string letter;
+  for (std::size_t position = 0, size = 0; position < text.size() && size < kBytes;) {
+    const char32_t base = TakeLetter(text, position).base;
+    if (base < 0x80) {
+      bytes[size++] = static_cast<char>(base);
+      continue;
+    }
+    letter.clear();
+    base::AppendCharacter(letter, base);
+    for (std::size_t i = 0; i < letter.size() && size < kBytes; ++i) bytes[size++] = letter[i];
+  }
+  TextOrderStart start{};
+  for (std::size_t i = 0; i < kBytes; ++i) {
+    start[i / kWordBytes] = start[i / kWordBytes] << 8U | static_cast<unsigned char>(bytes[i]);
+  }
+  return start;
+}
 
 int CompareTextOrder(std::string_view left, std::string_view right) {
   auto accents = std::strong_ordering::equal;

@@ -30,7 +30,7 @@ adapters::PathMap MapOf(const fs::path& folder) { return adapters::PathMap({{"C:
 PosixMachine::PosixMachine(const fs::path& folder)
     : paths_(MapOf(folder)),
       files_(paths_, (folder / "Program").string(), (folder / "Data").string()),
-      database_([this](std::string_view path) { return paths_.ToNative(path); }) {
+      database_(database_files_, [this](std::string_view path) { return paths_.ToNative(path); }) {
   const fs::path installed = adapters::ExecutableFolder();
   const fs::path program = folder / "Program";
   fs::create_directory(program);

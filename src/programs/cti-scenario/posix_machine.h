@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
+#include "adapters/jetfile/system_file_layer.h"
 #include "adapters/posix/iconv_code_page.h"
 #include "adapters/posix/path_map.h"
 #include "adapters/posix/posix_file_system.h"
@@ -30,6 +31,7 @@ class PosixMachine final : public scenario::Machine {
   adapters::PathMap paths_;
   adapters::PosixFileSystem files_;
   adapters::IconvCodePage code_page_;
+  adapters::SystemFileLayer database_files_;
   adapters::SqliteDatabase database_;
 };
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "adapters/jetfile/system_file_layer.h"
 #include "adapters/sqlite/new_database_file.h"
 #include "adapters/sqlite/sqlite_database.h"
 #include "contacts/schema.h"
@@ -34,9 +35,9 @@ class UnfinishedFile {
   fs::path path_;
 };
 
-void FillDatabase(const fs::path& path) {
+void FillDatabase(kestro::jet::FileLayer& files, const fs::path& path) {
   // The connection string's path is only handed through: it stands for the file itself.
-  kestro::adapters::SqliteDatabase database([&path](std::string_view) { return path; });
+  kestro::adapters::SqliteDatabase database(files, [&path](std::string_view) { return path; });
   const std::string connection_string = std::string(kestro::ports::kConnectionStringStart)
                                             .append("template")
                                             .append(kestro::ports::kConnectionStringEnd);
@@ -48,8 +49,9 @@ void WriteTemplate(const fs::path& output) {
   beside += ".new";
   fs::remove(beside);  // left by a run that was cut short
   const UnfinishedFile file(beside);
-  kestro::adapters::CreateDatabaseFile(file.path(), kestro::contacts::kSchemaVersion);
-  FillDatabase(file.path());
+  kestro::adapters::SystemFileLayer files;
+  kestro::adapters::CreateDatabaseFile(files, file.path());
+  FillDatabase(files, file.path());
   fs::permissions(file.path(), fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
                                    fs::perms::others_read);
   fs::rename(file.path(), output);

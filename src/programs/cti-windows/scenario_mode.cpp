@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "adapters/headless/headless_front_end.h"
+#include "adapters/jetfile/system_file_layer.h"
 #include "adapters/sqlite/sqlite_database.h"
 #include "adapters/win32/scenario_machine.h"
 #include "adapters/win32/user_folders.h"
@@ -17,8 +18,9 @@ namespace {
 namespace fs = std::filesystem;
 
 std::unique_ptr<ports::Database> MakeDatabase(adapters::Win32FileSystem::PathTranslator real_path) {
+  static adapters::SystemFileLayer files;  // has no state
   return std::make_unique<adapters::SqliteDatabase>(
-      [real_path = std::move(real_path)](std::string_view path) {
+      files, [real_path = std::move(real_path)](std::string_view path) {
         return fs::path(adapters::ToWide(real_path(path)));
       });
 }

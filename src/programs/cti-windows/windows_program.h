@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "adapters/jetfile/system_file_layer.h"
 #include "adapters/sqlite/sqlite_database.h"
 #include "adapters/win32/clipboard.h"
 #include "adapters/win32/code_page.h"
@@ -62,6 +63,7 @@ class WindowsProgram {
   adapters::SystemClock clock_;
   adapters::LogFile log_;
   adapters::Win32FileSystem files_;
+  adapters::SystemFileLayer database_files_;
   adapters::SqliteDatabase database_;
   adapters::TapiLineFunctions line_;
   adapters::InstanceMutex instances_;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "adapters/jetfile/system_file_layer.h"
 #include "adapters/posix/atomic_copy.h"
 #include "adapters/posix/user_folders.h"
 #include "adapters/sqlite/sqlite_database.h"
@@ -53,7 +54,8 @@ class UnfinishedFile {
 
 void FillDatabase(const std::string& file) {
   // The connection string's path is only handed through: it stands for the file itself.
-  adapters::SqliteDatabase database([&file](std::string_view) { return fs::path(file); });
+  adapters::SystemFileLayer files;
+  adapters::SqliteDatabase database(files, [&file](std::string_view) { return fs::path(file); });
   const std::string connection_string =
       std::string(ports::kConnectionStringStart).append("demonstration").append(ports::kConnectionStringEnd);
   scenario::LoadAddressBook(kAddressBook, database, connection_string);

@@ -38,7 +38,8 @@ adapters::LogFile::Options LogOptions() {
 
 DesktopProgram::DesktopProgram(World world, adapters::InstanceLock instances, Link link)
     : program_folder_(adapters::ExecutableFolder()),
-      database_([this](std::string_view path) { return std::filesystem::path(NativePath(path)); }),
+      database_(database_files_,
+                [this](std::string_view path) { return std::filesystem::path(NativePath(path)); }),
       log_(clock_, paths_, LogOptions()),
       world_(MakeWorld(world)),
       files_(paths_, program_folder_, world_.user_data_folder),

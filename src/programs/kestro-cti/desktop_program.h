@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "adapters/jetfile/system_file_layer.h"
 #include "adapters/posix/activation_socket.h"
 #include "adapters/posix/control_socket.h"
 #include "adapters/posix/desktop_open.h"
@@ -88,6 +89,7 @@ class DesktopProgram {
 
   adapters::PathMap paths_;
   std::string program_folder_;
+  adapters::SystemFileLayer database_files_;
   adapters::SqliteDatabase database_;
   adapters::IconvCodePage code_page_;
   adapters::SystemClock clock_;

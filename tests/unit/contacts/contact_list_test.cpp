@@ -266,8 +266,11 @@ TEST_F(ContactListTest, StandsInNobodysWay) {
   const auto filtered = Component().SearchContacts("1", {}, {}, {});
   static_cast<void>(rows->Text(1));
   static_cast<void>(filtered->Text(1));
-  adapters::SqliteHandle other_program(store_.path());
-  EXPECT_NO_THROW(other_program.Run("BEGIN EXCLUSIVE; DELETE FROM Contact WHERE id_Contact = 300; COMMIT"));
+  // Nothing of theirs keeps the file open: with another one in use, other programs may have it.
+  const auto other = store_.folder().File("other.mdb");
+  test_support::MakeContactsDatabase(other);
+  DatabaseSession(store_.database(), test_support::ConnectionString(other.string()));
+  EXPECT_NO_THROW(adapters::SqliteHandle(test_support::Files(), store_.path()));
   EXPECT_NO_THROW(Component().DeleteContact(299));
 }
 
@@ -333,7 +336,7 @@ TEST_F(ContactListTest, IsClosedOnce) {
   EXPECT_EQ(rows, nullptr);
 }
 
-TEST_F(ContactListTest, OnlyTheWholeListFollowsTheIndex) {
+TEST_F(ContactListTest, OnlyTheWholeListFollowsTheOrderOfTheDatabase) {
   const auto plan = [&](const KeysetQuery& query, const SortOrder& order) {
     DatabaseSession session(store_.database(), store_.connection_string());
     const std::vector<DatabaseSession::Value> values(query.values.begin(), query.values.end());
@@ -342,10 +345,11 @@ TEST_F(ContactListTest, OnlyTheWholeListFollowsTheIndex) {
     for (; !rows->AtEnd(); rows->MoveNext()) text.append(rows->Text(rows->FieldIndex("detail"))).append("; ");
     return text;
   };
-  EXPECT_EQ(plan(MakeContactSearch({}, {}, {}, {}), {"Name"}),
-            "SCAN Contact USING COVERING INDEX ContactByName; ");
-  EXPECT_EQ(plan(MakeContactSearch({}, "a", {}, {}), {"Name"}),
-            "SCAN Contact; USE TEMP B-TREE FOR ORDER BY; ");
+  constexpr auto kSorted = "USE TEMP B-TREE FOR ORDER BY";
+  for (const SortOrder& order : {SortOrder{"Name", false}, SortOrder{"Company", true}}) {
+    EXPECT_EQ(plan(MakeContactSearch({}, {}, {}, {}), order).find(kSorted), std::string::npos);
+    EXPECT_NE(plan(MakeContactSearch({}, "a", {}, {}), order).find(kSorted), std::string::npos);
+  }
 }
 
 }  // namespace

@@ -8,7 +8,9 @@
 #include "base/runtime_error.h"
 #include "contacts/cti_contacts.h"
 #include "contacts/database_session.h"
+#include "jet/error.h"
 #include "unit/support/contacts_database.h"
+#include "unit/support/faulty_files.h"
 
 namespace kestro::contacts {
 namespace {
@@ -91,11 +93,15 @@ TEST_F(ContactServicesTest, KeepsOneRecordOfUserFieldNames) {
 }
 
 TEST_F(ContactServicesTest, LeavesTheUserFieldNamesWhenStoringFails) {
-  auto service = Make<UserFieldService>();
+  test_support::FaultyFiles files(test_support::Files());
+  auto database = test_support::MakeSqlite(files);
+  UserFieldService service(database);
+  service.SetConnectionString(store_.connection_string());
   const UserFieldNames names = {"1", "2", "3", "4"};
   service.StoreUserFieldNames(names);
-  Run("ALTER TABLE UserFields ADD COLUMN Extra TEXT CHECK (Field1 <> 'refused')");
+  files.before_change = [] { throw jet::Error(jet::ErrorKind::kFileSystem, "disk full"); };
   EXPECT_THROW(service.StoreUserFieldNames({"refused", "", "", ""}), base::RuntimeError);
+  files.before_change = [] {};
   EXPECT_EQ(service.GetUserFieldNames(), names);
 }
 

@@ -1,6 +1,9 @@
 #include "import/contacts_import.h"
 
 #include <cstring>
+#include <filesystem>
+#include <optional>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -15,6 +18,53 @@ namespace {
 using test::ImportBench;
 using test_support::ContactsDatabase;
 using Texts = std::vector<std::string>;
+
+/// Refuses to store contacts of one name.
+class RefusingDatabase final : public ports::Database {
+ public:
+  explicit RefusingDatabase(ports::Database& database) : database_(database) {}
+  std::unique_ptr<ports::Connection> CreateConnection() override { return database_.CreateConnection(); }
+  std::unique_ptr<ports::Command> CreateCommand() override {
+    return std::make_unique<RefusingCommand>(database_.CreateCommand(), refused);
+  }
+
+  std::string refused;
+
+ private:
+  class RefusingCommand final : public ports::Command {
+   public:
+    RefusingCommand(std::unique_ptr<ports::Command> command, const std::string& refused)
+        : command_(std::move(command)), refused_(refused) {}
+    void SetCommandType(int type) override { command_->SetCommandType(type); }
+    void SetCommandText(std::string_view text) override {
+      stores_ = text.starts_with("INSERT INTO Contact");
+      command_->SetCommandText(text);
+    }
+    void SetActiveConnection(ports::Connection& connection) override {
+      command_->SetActiveConnection(connection);
+    }
+    void AppendParameter(std::int64_t value) override { command_->AppendParameter(value); }
+    void AppendParameter(std::string_view value) override {
+      if (!name_) name_ = value;
+      command_->AppendParameter(value);
+    }
+    std::unique_ptr<ports::Recordset> Execute(int options) override {
+      const auto name = std::exchange(name_, std::nullopt);  // the parameters are used up
+      if (stores_ && !refused_.empty() && name == refused_) {
+        throw base::RuntimeError(base::kDatabaseError, "refused");
+      }
+      return command_->Execute(options);
+    }
+
+   private:
+    std::unique_ptr<ports::Command> command_;
+    const std::string& refused_;
+    std::optional<std::string> name_;  // the first text
+    bool stores_ = false;
+  };
+
+  ports::Database& database_;
+};
 
 /// One file, made anew by `open` each time it is opened.
 class OneFile final : public test_support::NoFiles {
@@ -82,12 +132,16 @@ class ContactsImportTest : public testing::Test {
     files_.open = [text = std::move(text)] { return OpenText(text); };
     bench_.Import("a.csv");
   }
+  /// What has reached the file: a copy of it shows no more.
   [[nodiscard]] long Stored() {
-    contacts::DatabaseSession session(other_, book_.connection_string());
+    const auto copy = book_.folder().File("copy.mdb");
+    std::filesystem::copy_file(book_.path(), copy, std::filesystem::copy_options::overwrite_existing);
+    auto other = test_support::MakeSqlite();
+    contacts::DatabaseSession session(other, test_support::ConnectionString(copy.string()));
     return static_cast<long>(session.Query("SELECT COUNT(*) FROM Contact")->Integer(0));
   }
   [[nodiscard]] Texts Names() {
-    contacts::DatabaseSession session(other_, book_.connection_string());
+    contacts::DatabaseSession session(database_, book_.connection_string());
     Texts names;
     const auto rows = session.Query("SELECT Name FROM Contact ORDER BY id_Contact");
     for (; !rows->AtEnd(); rows->MoveNext()) names.emplace_back(rows->Text(0));
@@ -95,16 +149,16 @@ class ContactsImportTest : public testing::Test {
   }
   /// There is a contact of that name, and the database takes no further one.
   void RefuseMoreThanOne(const std::string& name) {
-    contacts::DatabaseSession session(other_, book_.connection_string());
+    contacts::DatabaseSession session(database_, book_.connection_string());
     session.Run("INSERT INTO Contact (Name) VALUES ('" + name + "')");
-    session.Run("CREATE UNIQUE INDEX OnlyOne ON Contact (Name) WHERE Name = '" + name + "'");
+    database_.refused = name;
   }
 
   ContactsDatabase book_;
-  adapters::SqliteDatabase other_ = test_support::MakeSqlite();
+  RefusingDatabase database_{book_.database()};
   OneFile files_;
   SteppingClock clock_;
-  ImportBench bench_{book_.database(), book_.path().string(), files_, clock_};
+  ImportBench bench_{database_, book_.path().string(), files_, clock_};
   int counts_shown_ = 0;
 };
 
@@ -126,7 +180,7 @@ TEST_F(ContactsImportTest, NothingBehindALineThatEndedTheImportIsStored) {
   Import("1\n2\n3\n4\n5\n6\n7;;;;;;;Yacht\n");
   EXPECT_EQ((Texts{"6", "1", "2", "3", "4", "5"}), Names());
   EXPECT_EQ("Import of contacts was interrupted.  5 contacts were imported.", bench_.boxes.back());
-  contacts::PhoneTypeService types(other_);
+  contacts::PhoneTypeService types(database_);
   types.SetConnectionString(book_.connection_string());
   for (const auto& type : types.GetPhoneTypes()) EXPECT_NE("Yacht", type.name);
 }
@@ -225,7 +279,7 @@ TEST_F(ContactsImportTest, TelephoneTypesFollowTheDatabase) {
   ContactsDatabase other;
   bench_.UseDatabase(other.path().string());
   Import("b;;;;;;;Yacht\n");
-  contacts::PhoneTypeService types(other_);
+  contacts::PhoneTypeService types(database_);
   types.SetConnectionString(other.connection_string());
   EXPECT_EQ("Yacht", types.GetPhoneTypes().back().name);
 }

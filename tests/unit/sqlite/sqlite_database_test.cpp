@@ -13,12 +13,14 @@
 #include "adapters/sqlite/connection_string.h"
 #include "base/runtime_error.h"
 #include "unit/support/contacts_database.h"
+#include "unit/support/faulty_files.h"
 
 namespace kestro::adapters {
 namespace {
 
 namespace fs = std::filesystem;
 using test_support::ConnectionString;
+using test_support::Files;
 using test_support::MakeContactsDatabase;
 using test_support::TemporaryFolder;
 using test_support::WriteFile;
@@ -116,7 +118,7 @@ TEST_F(SqliteDatabaseTest, RefusesAnUnreadableFile) {
 
 TEST_F(SqliteDatabaseTest, TranslatesTheSystemPath) {
   NewDatabase("my data; all.mdb");
-  SqliteDatabase database([this](std::string_view path) {
+  SqliteDatabase database(Files(), [this](std::string_view path) {
     EXPECT_EQ(path, R"(C:\my data; all.mdb)");
     return folder_.File(path.substr(path.find('\\') + 1));
   });
@@ -155,51 +157,66 @@ TEST_F(SqliteDatabaseTest, StaysOneFileAtRest) {
   const auto path = NewDatabase();
   AddLine(*Open(path), "11");
   EXPECT_EQ(FileCount(), 1U);
-  // Also one that another tool switched to a write-ahead log.
-  test_support::TemporaryFolder other;
-  const auto copy = other.File("CTIDB.mdb");
-  fs::copy_file(path, copy);
-  SqliteHandle(copy).Run("PRAGMA journal_mode = WAL; INSERT INTO PhoneLine (Line) VALUES ('22')");
-  EXPECT_EQ(Lines(*Open(copy)), (std::vector<std::string>{"11", "22"}));
-  AddLine(*Open(copy), "33");
-  EXPECT_EQ(std::distance(fs::directory_iterator(other.path()), {}), 1);
 }
 
 TEST_F(SqliteDatabaseTest, TheFileAndItsJournalAreTheUsersAlone) {
   const mode_t before = ::umask(0);
   const auto path = NewDatabase();
-  SqliteHandle writer(path);
-  writer.Run("BEGIN; INSERT INTO PhoneLine (Line) VALUES ('22')");
-  ::umask(before);
   const auto user_only = fs::perms::owner_read | fs::perms::owner_write;
+  test_support::FaultyFiles files(Files());
+  int seen = 0;
+  files.before_change = [&] {
+    const auto journal = fs::status(path.string() + ".journal");
+    if (!fs::exists(journal)) return;
+    ++seen;
+    EXPECT_EQ(user_only, journal.permissions());
+  };
+  SqliteHandle(files, path).Run("INSERT INTO PhoneLine (Line) VALUES ('22')");
+  ::umask(before);
   EXPECT_EQ(user_only, fs::status(path).permissions());
-  EXPECT_EQ(user_only, fs::status(path.string() + "-journal").permissions());
+  EXPECT_GT(seen, 0);
 }
 
-TEST_F(SqliteDatabaseTest, ReportsAFileLockedByAnotherProgram) {
+TEST_F(SqliteDatabaseTest, ReportsAFileInUseByAnotherProgram) {
   const auto path = NewDatabase();
-  SqliteHandle other_program(path);
-  other_program.Run("BEGIN IMMEDIATE");
-  try {
-    AddLine(*Open(path), "11");
-    FAIL() << "the other program's lock was not respected";
-  } catch (const base::RuntimeError& error) {
-    EXPECT_NE(error.description().find("locked"), std::string::npos) << error.description();
+  const auto raised = [&] {
+    try {
+      AddLine(*Open(path), "11");
+      return std::string();
+    } catch (const base::RuntimeError& error) {
+      return error.description();
+    }
+  };
+  {
+    const SqliteHandle other_program(Files(), path);
+    EXPECT_NE(raised().find("in use by another program"), std::string::npos) << raised();
   }
+  EXPECT_EQ(raised(), "");
+  // From now on the other way round, until another file is opened.
+  EXPECT_EQ(ErrorOf([&] { SqliteHandle(Files(), path); }), base::kDatabaseError);
+  Open(NewDatabase("other.mdb"));
+  EXPECT_EQ(ErrorOf([&] { SqliteHandle(Files(), path); }), 0);
 }
 
-TEST_F(SqliteDatabaseTest, KeepsTransactionsApart) {
+TEST_F(SqliteDatabaseTest, ConnectionsToOneFileShareItsTransaction) {
   const auto path = NewDatabase();
   const auto writer = Open(path);
   writer->BeginTransaction();
   AddLine(*writer, "11");
-  EXPECT_TRUE(Lines(*Open(path)).empty());
+  EXPECT_EQ(Lines(*Open(path)).size(), 1U);  // reads what is not committed; closing it ends nothing
   writer->CommitTransaction();
-  EXPECT_EQ(Lines(*Open(path)).size(), 1U);
   writer->BeginTransaction();
   AddLine(*writer, "22");
   writer->Close();  // without a commit
-  EXPECT_EQ(Lines(*Open(path)).size(), 1U);
+  EXPECT_EQ(Lines(*Open(path)), std::vector<std::string>{"11"});
+}
+
+TEST_F(SqliteDatabaseTest, AFileInUseIsNotOpenedASecondTimeUnderAnotherName) {
+  const auto path = NewDatabase();
+  const auto connection = Open(path);
+  fs::create_hard_link(path, folder_.File("same.mdb"));
+  AddLine(*Open(folder_.File("same.mdb")), "11");
+  EXPECT_EQ(Lines(*connection), std::vector<std::string>{"11"});
 }
 
 TEST_F(SqliteDatabaseTest, ReportsTheKeyOfTheConnectionsOwnInsert) {
@@ -223,7 +240,7 @@ TEST_F(SqliteDatabaseTest, OneStatementIsReadTwiceAtTheSameTime) {
 }
 
 TEST_F(SqliteDatabaseTest, KeepsAFewPreparedStatements) {
-  const SqliteHandle unused(NewDatabase());
+  const SqliteHandle unused(Files(), NewDatabase());
   StatementCache cache(unused.get());
   {
     const auto one = cache.Take("SELECT 1");

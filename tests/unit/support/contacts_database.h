@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "adapters/jetfile/system_file_layer.h"
 #include "adapters/sqlite/new_database_file.h"
 #include "adapters/sqlite/sqlite_database.h"
 #include "contacts/schema.h"
@@ -15,14 +16,20 @@ inline std::string ConnectionString(std::string_view path) {
   return std::string(ports::kConnectionStringStart).append(path).append(ports::kConnectionStringEnd);
 }
 
+/// The file layer of the machine, for all tests.
+inline jet::FileLayer& Files() {
+  static adapters::SystemFileLayer files;
+  return files;
+}
+
 /// The database component; a system path is taken for a native one.
-inline adapters::SqliteDatabase MakeSqlite() {
-  return adapters::SqliteDatabase([](std::string_view path) { return std::filesystem::path(path); });
+inline adapters::SqliteDatabase MakeSqlite(jet::FileLayer& files = Files()) {
+  return adapters::SqliteDatabase(files, [](std::string_view path) { return std::filesystem::path(path); });
 }
 
 /// Makes the file of a new contacts database.
 inline void MakeContactsDatabase(const std::filesystem::path& path) {
-  adapters::CreateDatabaseFile(path, contacts::kSchemaVersion);
+  adapters::CreateDatabaseFile(Files(), path);
   auto database = MakeSqlite();
   contacts::CreateSchema(database, ConnectionString(path.string()));
 }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "adapters/jetfile/system_file_layer.h"
 #include "adapters/sqlite/sqlite_database.h"
 #include "adapters/win32/code_page.h"
 #include "adapters/win32/registry_settings.h"
@@ -42,7 +43,8 @@ void MakeContacts(const std::string& script) {
   RequireTestUser();
   fs::create_directories(DatabaseFile().parent_path());
   fs::copy_file(ProgramFolder() / "DBTemplate.tpl", DatabaseFile());
-  adapters::SqliteDatabase database([](std::string_view) { return DatabaseFile(); });
+  adapters::SystemFileLayer files;
+  adapters::SqliteDatabase database(files, [](std::string_view) { return DatabaseFile(); });
   scenario::LoadAddressBook(
       script, database,
       std::string(ports::kConnectionStringStart).append("test").append(ports::kConnectionStringEnd));
