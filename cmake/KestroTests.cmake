@@ -31,10 +31,22 @@ if(KESTRO_TESTS)
     endif()
   endif()
 
+  # The whole application on the player's machine and the headless front end, for tests that drive it.
+  if(TARGET cti-scenario AND TARGET kestro_posix)
+    kestro_collect(whole_sources tests/whole)
+    add_library(kestro_whole STATIC ${whole_sources}
+                                    "${CMAKE_SOURCE_DIR}/src/programs/cti-scenario/posix_machine.cpp")
+    target_include_directories(kestro_whole PUBLIC "${CMAKE_SOURCE_DIR}/tests")
+    target_link_libraries(kestro_whole PUBLIC kestro_headless kestro_posix kestro_sqlite kestro_jetfile kestro PRIVATE kestro_warnings)
+  endif()
+
   if(unit_sources AND GTest_FOUND)
     add_executable(kestro-unit-tests ${unit_sources} ${support_sources})
     target_link_libraries(kestro-unit-tests PRIVATE ${test_libraries} GTest::gmock GTest::gtest_main)
     kestro_test_program(kestro-unit-tests)
+    if(TARGET kestro_whole)
+      target_link_libraries(kestro-unit-tests PRIVATE kestro_whole)
+    endif()
     if(TARGET cti-scenario)
       add_dependencies(kestro-unit-tests cti-scenario) # the player's tests run it
     endif()
@@ -78,6 +90,18 @@ if(KESTRO_TESTS)
     add_test(NAME kill-while-importing COMMAND "${CMAKE_SOURCE_DIR}/tests/kill_while_importing.sh"
                                                "$<TARGET_FILE:import-contacts>" 5 20000)
     set_tests_properties(kill-while-importing PROPERTIES LABELS slow TIMEOUT 300)
+  endif()
+
+  # Programs that drive it for long, or let the outside world fail.
+  if(TARGET kestro_whole)
+    foreach(name soak faults)
+      kestro_collect(sources "tests/${name}")
+      if(sources)
+        add_executable(cti-${name} ${sources})
+        target_link_libraries(cti-${name} PRIVATE kestro_whole kestro_warnings)
+        kestro_test_program(cti-${name})
+      endif()
+    endforeach()
   endif()
 
   # One test a folder: tests/scenarios/reception becomes scenario.reception.

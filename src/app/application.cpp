@@ -128,8 +128,9 @@ struct Application::Modules final : telephony::LineEventReceiver, core::Function
   reception::SystemTrayEvents tray_events{{log, flags, shell, ending, contacts, line, lifecycle, main_form,
                                            settings_events, about, tray, lines, transfer, icon, call_windows,
                                            events}};
-  Startup startup{{log, messages, shared, flags, location, lifecycle, contacts, line, settings_loading,
-                   settings, settings_events, main_form, tray, icon, ports.notification_area, ports.files}};
+  Startup startup{{log, messages, shared, flags, location, ending, lifecycle, contacts, line,
+                   settings_loading, settings, settings_events, main_form, tray, icon,
+                   ports.notification_area, ports.files}};
   management::frmUserFieldsNames user_fields{ports.windows, {log, messages, texts, flags, contacts}};
   management::frmEditLine edit_line{ports.windows, {log, messages, texts, contacts}};
   management::frmPhoneLinesList phone_lines{ports.windows,

@@ -12,6 +12,10 @@ Startup::Startup(const Needs& needs)
   needs_.main_form.on_load = [this] { FindDatabase(); };
   needs_.tray.on_loading = [this] { needs_.log.SetLogDirectory(needs_.files.ProgramFolder()); };
   needs_.tray.on_load = [this] { ApplicationInitialize(); };
+  // A start that stops half-way would leave a program without an icon and without a window.
+  const auto end = [this](const base::RuntimeError& error) { needs_.ending.ShutDownApplication(error); };
+  needs_.main_form.on_load_failed = end;
+  needs_.tray.on_load_failed = end;
 }
 
 /// Part of the main window's load handler, before the window shows.

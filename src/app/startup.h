@@ -3,6 +3,7 @@
 #include <string>
 
 #include "contacts/contact_integration_module.h"
+#include "core/application_ending.h"
 #include "core/application_flags.h"
 #include "core/database_location.h"
 #include "core/lifecycle.h"
@@ -28,6 +29,7 @@ class Startup {
     core::SharedFunctions& shared;
     core::ApplicationFlags& flags;
     core::Functions::DatabaseLocation& location;
+    core::Functions::ApplicationEnding& ending;
     core::Functions::Lifecycle& lifecycle;
     contacts::ContactIntegrationModule& contacts;
     telephony::TAPIFunctionsModule& line;

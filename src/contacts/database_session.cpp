@@ -1,5 +1,7 @@
 #include "contacts/database_session.h"
 
+#include <exception>
+
 #include "base/runtime_error.h"
 
 namespace kestro::contacts {
@@ -26,7 +28,7 @@ DatabaseSession::DatabaseSession(ports::Database& database, std::string_view con
 DatabaseSession::~DatabaseSession() {
   try {
     connection_->Close();
-  } catch (const base::RuntimeError&) {
+  } catch (const std::exception&) {
     // Closed through its recordset already; or the operation has raised its own error.
   }
 }
@@ -72,7 +74,7 @@ void DatabaseSession::InTransaction(const std::function<void()>& changes) {
   } catch (...) {
     try {
       connection_->RollbackTransaction();
-    } catch (const base::RuntimeError&) {
+    } catch (const std::exception&) {
       // Closing the connection rolls back as well; the first error is the one to report.
     }
     throw;

@@ -122,10 +122,14 @@ bool DatabaseLocation::FirstStartIsDone() {
   return settings_.GetRegistrySetting(kFirstStartDone, "0") == "1";
 }
 
+/// Done only when the database is there and found again: a first start that
+/// met a full disk or settings that cannot be written is made up for by the next one.
 void DatabaseLocation::DoFirstStartActions() {
   procedure_("DoFirstStartActions", [&] {
-    settings_.SaveRegistrySetting(SettingName::kDatabasePath, CopyDatabaseTemplate(GetDatabaseDirectory()));
-    settings_.SaveRegistrySetting(kFirstStartDone, "1");
+    const std::string path = CopyDatabaseTemplate(GetDatabaseDirectory());
+    settings_.SaveRegistrySetting(SettingName::kDatabasePath, path);
+    const bool is_stored = settings_.GetRegistrySetting(SettingName::kDatabasePath, "") == path;
+    if (is_stored && files_.FileExists(path)) settings_.SaveRegistrySetting(kFirstStartDone, "1");
   });
 }
 

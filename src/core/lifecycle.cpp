@@ -120,12 +120,10 @@ void Lifecycle::StopApplication() {
 
 void Lifecycle::OnApplicationStop() {
   procedure_("OnApplicationStop", [&] {
-    if (needs_.flags.CallInProgress) {
-      needs_.line.DropCall(true);
-      // Nothing more will be heard of the call.
-      needs_.flags.CallInProgress = false;
-      needs_.flags.CallAccepted = false;
-    }
+    if (needs_.flags.CallInProgress) needs_.line.DropCall(true);
+    // Nothing more will be heard of the call, nor of one that was connected without having been offered.
+    needs_.flags.CallInProgress = false;
+    needs_.flags.CallAccepted = false;
     needs_.line.StopLineListening();
     ShowStoppedIcon();
   });

@@ -188,7 +188,8 @@ void ContactList::mnuEditContact_Click() {
     std::optional<contacts::Contact> contact;
     WithHourglass([&] {
       needs_.window.host().DoEvents();
-      contact = SelectedContact();
+      // What ran there may have searched anew: then nothing is selected any more.
+      if (needs_.window.ContactsGrid.selected_row() != forms::Grid::kNoRow) contact = SelectedContact();
     });
     if (contact) ShowEditor([&] { needs_.editor.Edit(*contact, needs_.window); });
   });
@@ -232,7 +233,8 @@ void ContactList::ShowEditor(const forms::Handler& show) {
   show();
 }
 
-/// Monitoring rests meanwhile and goes on afterwards if it was running.
+/// Monitoring rests meanwhile and goes on afterwards if it was running, unless
+/// the user has started it from the tray menu in between.
 void ContactList::WithoutMonitoring(const forms::Handler& work) {
   const bool was_running = needs_.flags.ApplicationStarted;
   if (was_running) needs_.lifecycle.StopApplication();
@@ -246,6 +248,7 @@ void ContactList::WithoutMonitoring(const forms::Handler& work) {
 }
 
 void ContactList::StartMonitoring() {
+  if (needs_.flags.ApplicationStarted) return;
   auto fault = core::Functions::StartFault::kNone;
   std::string message;
   needs_.lifecycle.StartApplication(fault, message);

@@ -64,10 +64,15 @@ void frmMainForm::ShowInFront() {
 }
 
 void frmMainForm::Form_Load() {
-  procedure_.Outermost("Form_Load", [&] {
-    GetFormTextTranslation();
-    if (on_load) on_load();
-  });
+  procedure_.Outermost(
+      "Form_Load",
+      [&] {
+        GetFormTextTranslation();
+        if (on_load) on_load();
+      },
+      [&](const base::RuntimeError& error) {
+        if (on_load_failed) on_load_failed(error);
+      });
 }
 
 void frmMainForm::Form_Activate() {

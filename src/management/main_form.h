@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "core/application_ending.h"
 #include "core/application_flags.h"
 #include "core/foreground.h"
@@ -37,6 +39,8 @@ class frmMainForm final : public forms::Form {
 
   /// The application's start-up, plugged in by the application: runs when the window loads.
   forms::Handler on_load;
+  /// The window could not be loaded, and with it the application.
+  std::function<void(const base::RuntimeError&)> on_load_failed;
   /// Plugged in by ContactList.
   forms::Handler on_activate;
   forms::Handler on_unload;

@@ -146,14 +146,16 @@ void ContactDetail::cmbRedirectTo_Click() {
   procedure_.Outermost("cmdClose_Click", [&] { redirect_.Chosen(); });
 }
 
+/// A copy: the editor may ask something first, and a call that comes meanwhile makes the card new.
 void ContactDetail::cmdEdit_Click() {
   procedure_.Outermost("cmdEdit_Click", [&] {
-    if (const auto* contact = SelectedContact()) editor_.EditBesideOthers(*contact);
+    if (const auto* contact = SelectedContact()) editor_.EditBesideOthers(contacts::Contact(*contact));
   });
 }
 
 void ContactDetail::cmdNew_Click() {
-  procedure_.Outermost("cmdNew_Click", [&] { editor_.EditNewBesideOthers(lblPhoneNumber.caption()); });
+  procedure_.Outermost("cmdNew_Click",
+                       [&] { editor_.EditNewBesideOthers(std::string(lblPhoneNumber.caption())); });
 }
 
 void ContactDetail::cmdClose_Click() {

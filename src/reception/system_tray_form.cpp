@@ -22,10 +22,15 @@ SystemTrayForm::SystemTrayForm(forms::FormHost& host, core::LogModule& log, core
 
 void SystemTrayForm::Form_Load() {
   if (on_loading) on_loading();
-  procedure_.Outermost("Form_Load", [&] {
-    GetFormTextTranslation();
-    if (on_load) on_load();
-  });
+  procedure_.Outermost(
+      "Form_Load",
+      [&] {
+        GetFormTextTranslation();
+        if (on_load) on_load();
+      },
+      [&](const base::RuntimeError& error) {
+        if (on_load_failed) on_load_failed(error);
+      });
 }
 
 void SystemTrayForm::Form_Resize() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "core/localization.h"
 #include "core/procedure_frame.h"
 #include "forms/form.h"
@@ -31,6 +33,8 @@ class SystemTrayForm final : public forms::Form {
   /// Plugged in by the application: what comes before anything is logged, and the rest of the start-up.
   forms::Handler on_loading;
   forms::Handler on_load;
+  /// The window could not be loaded, and with it the application.
+  std::function<void(const base::RuntimeError&)> on_load_failed;
   /// Plugged in by SystemTrayEvents.
   forms::Handler on_unload;
 

@@ -62,9 +62,14 @@ void RecordingNotificationArea::RecordModify(const ports::NotificationRecord& re
                   Named("timeout", record.uTimeoutOrVersion));
 }
 
+std::string_view RecordingNotificationArea::IconFile(ports::IconHandle icon) const {
+  if (icon == 0 || icon > icon_files_.size()) return {};
+  return icon_files_[icon - 1];
+}
+
 std::string RecordingNotificationArea::FileText(ports::IconHandle icon) const {
-  if (icon == 0 || icon > icon_files_.size()) return " file=none";
-  std::string_view file = icon_files_[icon - 1];
+  std::string_view file = IconFile(icon);
+  if (file.empty()) return " file=none";
   const std::string folder = files_.ProgramFolder() + "\\";
   if (file.starts_with(folder)) file.remove_prefix(folder.size());
   return " file=" + QuotedPath(file);

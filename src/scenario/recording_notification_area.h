@@ -25,6 +25,9 @@ class RecordingNotificationArea final : public ports::NotificationArea {
   [[nodiscard]] bool Available() override { return true; }
   void SetCallback(ports::IconCallback callback) override { callback_ = std::move(callback); }
 
+  /// Path of the file behind an icon's handle, empty for another number.
+  [[nodiscard]] std::string_view IconFile(ports::IconHandle icon) const;
+
   /// An event of the icon; false when the icon is not there or nobody receives its events.
   bool SendEvent(ports::IconEvent event);
 

@@ -24,8 +24,8 @@ Session::Session(Machine& machine_used, FrontEnd& front_end_used, Transcript& tr
       shell_execute_(transcript),
       clipboard_(front_end.Clipboard(), transcript) {}
 
-void Session::StartApplication() {
-  application_ = std::make_unique<app::Application>(app::Ports{
+void Session::StartApplication(const PortsWrapper& wrap) {
+  const app::Ports own{
       line_functions_,
       machine.CodePage(),
       recorded_settings_,
@@ -45,7 +45,8 @@ void Session::StartApplication() {
       system_information,
       clipboard_,
       clock_,
-  });
+  };
+  application_ = std::make_unique<app::Application>(wrap ? wrap(own) : own);
   application_->Start();
 }
 

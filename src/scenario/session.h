@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "app/application.h"
@@ -49,8 +50,11 @@ class Session {
   FaultyDatabase database;
   ScriptedSystemInformation system_information;
 
+  /// Puts other ports in front of the session's own, or in their place. They must outlive the session.
+  using PortsWrapper = std::function<app::Ports(const app::Ports& own)>;
+
   /// Makes and starts the application. base::ProcessEnded comes through.
-  void StartApplication();
+  void StartApplication(const PortsWrapper& wrap = {});
   /// nullptr before the start.
   [[nodiscard]] app::Application* application() const { return application_.get(); }
 

@@ -1,5 +1,6 @@
 #include "adapters/posix/iconv_code_page.h"
 
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cstdint>
@@ -33,6 +34,12 @@ void ConvertRun(iconv_t converter, std::string_view& input, std::string& output)
     input.remove_prefix(input.size() - in_left);
     if (!output_full) return;
   }
+}
+
+/// Where the first of the tag characters U+E0000 to U+E007F may begin: glibc's
+/// converters leave them out without a word.
+std::size_t FindTag(std::string_view text) {
+  return std::min(text.find("\xF3\xA0\x80"), text.find("\xF3\xA0\x81"));
 }
 
 }  // namespace
@@ -73,7 +80,10 @@ std::string IconvCodePage::FromText(std::string_view text) const {
   std::string bytes;
   bytes.reserve(text.size());
   while (true) {
-    ConvertRun(from_text_.get(), text, bytes);
+    std::string_view run = text.substr(0, FindTag(text));
+    const std::size_t length = run.size();
+    ConvertRun(from_text_.get(), run, bytes);
+    text.remove_prefix(length - run.size());
     if (text.empty()) return bytes;
     std::size_t position = 0;
     const char32_t character = base::NextCharacter(text, position);

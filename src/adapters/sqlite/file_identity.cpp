@@ -8,19 +8,19 @@ namespace kestro::adapters {
 
 #if defined(_WIN32)
 
-std::optional<FileIdentity> IdentityOf(const std::filesystem::path& path) {
+std::optional<DatabaseFileIdentity> IdentityOf(const std::filesystem::path& path) {
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
   if (error || !std::filesystem::exists(status)) return std::nullopt;
-  return FileIdentity{.mode = static_cast<std::uint32_t>(status.permissions())};
+  return DatabaseFileIdentity{.mode = static_cast<std::uint32_t>(status.permissions())};
 }
 
 #else
 
-std::optional<FileIdentity> IdentityOf(const std::filesystem::path& path) {
+std::optional<DatabaseFileIdentity> IdentityOf(const std::filesystem::path& path) {
   struct stat information {};
   if (stat(path.c_str(), &information) != 0) return std::nullopt;
-  return FileIdentity{information.st_dev, information.st_ino, information.st_mode};
+  return DatabaseFileIdentity{information.st_dev, information.st_ino, information.st_mode};
 }
 
 #endif

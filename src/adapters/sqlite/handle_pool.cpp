@@ -3,7 +3,7 @@
 namespace kestro::adapters {
 
 bool HandlePool::IsKept(const std::filesystem::path& path,
-                        const std::optional<FileIdentity>& identity) const {
+                        const std::optional<DatabaseFileIdentity>& identity) const {
   if (!handle_ || !identity) return false;
   if (path == path_ && identity == identity_) return true;
   // Another name or other permissions: the file is locked by the handle in use.

@@ -26,11 +26,11 @@ class HandlePool {
 
  private:
   [[nodiscard]] bool IsKept(const std::filesystem::path& path,
-                            const std::optional<FileIdentity>& identity) const;
+                            const std::optional<DatabaseFileIdentity>& identity) const;
 
   jet::FileLayer& files_;
   std::filesystem::path path_;
-  std::optional<FileIdentity> identity_;
+  std::optional<DatabaseFileIdentity> identity_;
   std::shared_ptr<SqliteHandle> handle_;  // null: none is kept
 };
 

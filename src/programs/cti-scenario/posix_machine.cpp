@@ -2,7 +2,6 @@
 
 #include <fstream>
 
-#include "adapters/posix/user_folders.h"
 #include "base/runtime_error.h"
 
 namespace kestro::programs {
@@ -27,11 +26,10 @@ adapters::PathMap MapOf(const fs::path& folder) { return adapters::PathMap({{"C:
 
 }  // namespace
 
-PosixMachine::PosixMachine(const fs::path& folder)
+PosixMachine::PosixMachine(const fs::path& folder, const fs::path& installed)
     : paths_(MapOf(folder)),
       files_(paths_, (folder / "Program").string(), (folder / "Data").string()),
       database_(database_files_, [this](std::string_view path) { return paths_.ToNative(path); }) {
-  const fs::path installed = adapters::ExecutableFolder();
   const fs::path program = folder / "Program";
   fs::create_directory(program);
   fs::create_directory(folder / "Data");

@@ -29,6 +29,7 @@ TEST(IconvCodePage, WhatThePageLacksBecomesAQuestionMark) {
                                                                 {"Ω"sv, "?"sv},
                                                                 {"aΩb日本š"sv, "a?b??\x9A"sv},
                                                                 {"😀!"sv, "?!"sv},
+                                                                {"a\xF3\xA0\x81\x81z"sv, "a?z"sv},
                                                                 {"\xC2\x81"sv, "\x81"sv},
                                                                 {"\xC2\x80"sv, "?"sv},
                                                                 {"a\xFF\xFEz"sv, "a??z"sv},
