@@ -104,6 +104,13 @@ if(KESTRO_TESTS)
     endforeach()
   endif()
 
+  # The programs as they are installed, without a screen.
+  if(TARGET kestro-cti AND TARGET cti-exchange)
+    add_test(NAME real-programs COMMAND "${CMAKE_SOURCE_DIR}/tests/isolated.sh"
+                                        "${CMAKE_SOURCE_DIR}/tests/real_programs.sh" "${KESTRO_PROGRAM_DIR}")
+    set_tests_properties(real-programs PROPERTIES LABELS programs TIMEOUT 300)
+  endif()
+
   # One test a folder: tests/scenarios/reception becomes scenario.reception.
   if(TARGET cti-scenario)
     file(GLOB_RECURSE scenario_files CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/scenarios/*.scenario")

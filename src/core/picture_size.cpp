@@ -45,9 +45,8 @@ std::optional<PictureSize> JpegSize(std::string_view bytes) {
     const bool frame =
         marker >= 0xC0U && marker <= 0xCFU && marker != 0xC4U && marker != 0xC8U && marker != 0xCCU;
     if (frame) return SizeOf(BigEndian(bytes, offset + 7, 2), BigEndian(bytes, offset + 5, 2));
-    const auto length = BigEndian(bytes, offset + 2, 2);
-    if (!length || *length < 2) return std::nullopt;
-    offset += 2 + *length;
+    // A length that does not even count its own two bytes leads to one of them, where no segment starts.
+    offset += 2 + BigEndian(bytes, offset + 2, 2).value_or(0);
   }
   return std::nullopt;
 }

@@ -4,16 +4,6 @@
 
 namespace kestro::core {
 
-ports::DatabaseValue SharedFunctions::Nz(const ports::DatabaseValue& value,
-                                         const ports::DatabaseValue& fallback) const {
-  return procedure_("Nz", [&] {
-    const auto* text = std::get_if<std::string>(&value);
-    const bool empty =
-        std::holds_alternative<ports::Null>(value) || (text != nullptr && base::Trim(*text).empty());
-    return empty ? fallback : value;
-  });
-}
-
 std::string SharedFunctions::Nz(const std::optional<std::string>& value, std::string_view fallback) const {
   return procedure_("Nz", [&] { return std::string(base::OrDefault(value.value_or(""), fallback)); });
 }

@@ -16,9 +16,7 @@ class SharedFunctions {
   SharedFunctions(LogModule& log, ports::FileSystem& files)
       : procedure_(log, "KESTROCTI.SharedFunctions", Spelling::kFullStop), files_(files) {}
 
-  /// `value` as it stands, or `fallback` when it is null or its text has nothing but spaces.
-  [[nodiscard]] ports::DatabaseValue Nz(const ports::DatabaseValue& value,
-                                        const ports::DatabaseValue& fallback) const;
+  /// `value` as it stands, or `fallback` when it is missing or has nothing but spaces.
   [[nodiscard]] std::string Nz(const std::optional<std::string>& value, std::string_view fallback) const;
   /// The program's folder with "\" separators and one behind it; empty when unknown.
   [[nodiscard]] std::string GetCurrentApplicationPath() const;

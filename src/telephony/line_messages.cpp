@@ -13,27 +13,27 @@ struct NamedValue {
 };
 
 /// By message number. The two that log a value of their own have no name here.
-constexpr std::array<std::string_view, 21> kMessages = {"LINE_ADDRESSSTATE",
-                                                        "LINE_CALLINFO",
-                                                        "LINE_CALLSTATE",
-                                                        "LINE_CLOSE",
-                                                        "LINE_DEVSPECIFIC",
-                                                        "LINE_DEVSPECIFICFEATURE",
-                                                        "LINE_GATHERDIGITS",
-                                                        "LINE_GENERATE",
-                                                        "LINE_LINEDEVSTATE",
-                                                        "",
-                                                        "LINE_MONITORMEDIA",
-                                                        "LINE_MONITORTONE",
-                                                        "",
-                                                        "LINE_REQUEST",
-                                                        "PHONE_BUTTON",
-                                                        "PHONE_CLOSE",
-                                                        "PHONE_DEVSPECIFIC",
-                                                        "PHONE_REPLY",
-                                                        "PHONE_STATE",
-                                                        "LINE_CREATE",
-                                                        "PHONE_CREATE"};
+constexpr auto kMessages = std::to_array<std::string_view>({"LINE_ADDRESSSTATE",
+                                                            "LINE_CALLINFO",
+                                                            "LINE_CALLSTATE",
+                                                            "LINE_CLOSE",
+                                                            "LINE_DEVSPECIFIC",
+                                                            "LINE_DEVSPECIFICFEATURE",
+                                                            "LINE_GATHERDIGITS",
+                                                            "LINE_GENERATE",
+                                                            "LINE_LINEDEVSTATE",
+                                                            "",
+                                                            "LINE_MONITORMEDIA",
+                                                            "LINE_MONITORTONE",
+                                                            "",
+                                                            "LINE_REQUEST",
+                                                            "PHONE_BUTTON",
+                                                            "PHONE_CLOSE",
+                                                            "PHONE_DEVSPECIFIC",
+                                                            "PHONE_REPLY",
+                                                            "PHONE_STATE",
+                                                            "LINE_CREATE",
+                                                            "PHONE_CREATE"});
 
 /// The last value of the first table and BATTERY in the second are the
 /// sign-extended 16-bit constants, not the line functions' 0x00008000: a real

@@ -160,7 +160,6 @@ bool TAPIFunctionsModule::ListLines(std::string_view configured_name, std::int32
 std::string TAPIFunctionsModule::LineNameOf(const DevCaps& dev_caps) const {
   const std::uint32_t offset = ports::ReadDword(dev_caps, kLineNameOffset);
   if (ports::ReadDword(dev_caps, kLineNameSize) == 0 || offset == 0) return {};
-  if (offset >= dev_caps.size()) base::RaiseSubscriptOutOfRange();
   const std::string_view bytes = ports::ReadBytes(dev_caps, offset, dev_caps.size() - offset);
   const auto end = bytes.find('\0');
   if (end == std::string_view::npos) base::RaiseSubscriptOutOfRange();

@@ -11,7 +11,7 @@ constexpr std::uint32_t kFirstError = 0x80000001U;
 
 /// Names by value from 0x80000001 on; empty where a value has no name. Value
 /// 0x8000000D stays unnamed on purpose although the line functions define it.
-constexpr std::array<std::string_view, 86> kNames = {
+constexpr auto kNames = std::to_array<std::string_view>({
     "LINEERR_ALLOCATED",
     "LINEERR_BADDEVICEID",
     "LINEERR_BEARERMODEUNAVAIL",
@@ -98,7 +98,7 @@ constexpr std::array<std::string_view, 86> kNames = {
     "LINEERR_BILLINGREJECTED",
     "LINEERR_INVALFEATURE",
     "LINEERR_NOMULTIPLEINSTANCE",
-};
+});
 
 std::string NameOf(std::int32_t error_code) {
   const std::uint32_t index = static_cast<std::uint32_t>(error_code) - kFirstError;

@@ -11,6 +11,7 @@
 #include "ports/memory_settings_store.h"
 #include "support/latin1_code_page.h"
 #include "support/log_capture.h"
+#include "support/no_files.h"
 #include "telephony/tapi_functions_module.h"
 
 namespace kestro::test {
@@ -73,7 +74,6 @@ class ByteLineFunctions final : public ports::LineFunctions {
 class TelephonyBench final : public telephony::LineEventReceiver,
                              public telephony::LineList,
                              private ports::Database,
-                             private ports::FileSystem,
                              private ports::MessageBoxes,
                              private contacts::DatabasePathSource {
  public:
@@ -89,8 +89,9 @@ class TelephonyBench final : public telephony::LineEventReceiver,
   core::Localization texts_{log_};
   core::Messages messages_{texts_, *this};
   core::RegistrySettingsModule registry_{log_, store_};
-  core::SharedFunctions shared_{log_, *this};
-  contacts::ContactIntegrationModule contacts_{log_, shared_, *this, *this, *this};
+  NoFiles files_;
+  core::SharedFunctions shared_{log_, files_};
+  contacts::ContactIntegrationModule contacts_{log_, shared_, *this, files_, *this};
 
  public:
   core::ApplicationFlags flags;
@@ -117,16 +118,6 @@ class TelephonyBench final : public telephony::LineEventReceiver,
   [[noreturn]] static void Refuse() { throw base::RuntimeError(base::kDatabaseError, "no database here"); }
   std::unique_ptr<ports::Connection> CreateConnection() override { Refuse(); }
   std::unique_ptr<ports::Command> CreateCommand() override { Refuse(); }
-  bool FileExists(std::string_view) const override { return false; }
-  bool FolderExists(std::string_view) const override { return false; }
-  void CreateFolder(std::string_view) override { Refuse(); }
-  void CopyFileTo(std::string_view, std::string_view, bool) override { Refuse(); }
-  int FileAttributes(std::string_view) const override { Refuse(); }
-  std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { Refuse(); }
-  std::string ReadStart(std::string_view, std::size_t) const override { Refuse(); }
-  std::unique_ptr<ports::FileReader> OpenForReading(std::string_view) const override { return {}; }
-  std::string ProgramFolder() const override { return "C:\\Program"; }
-  std::string UserDataFolder() const override { return "C:\\Data"; }
   ports::BoxAnswer Show(std::string_view text, int) override {
     events.push_back("box " + std::string(text));
     return ports::BoxAnswer::kOk;

@@ -15,11 +15,8 @@
 #include "contacts/cti_contacts.h"
 #include "contacts/database_session.h"
 #include "contacts/keyset_pages.h"
-#include "core/shared_functions.h"
-#include "ports/file_system.h"
 #include "support/log_capture.h"
 #include "unit/support/contacts_database.h"
-#include "unit/support/no_files.h"
 
 namespace kestro::contacts {
 namespace {
@@ -125,40 +122,6 @@ TEST_F(ContactListTest, OrdersByNameAndThenByKey) {
   EXPECT_EQ(Column(*rows, 0), (Texts{"9", "8", "4", "6", "2", "5", "3", "10", "7", "1"}));
   rows->SetSort("Name DESC");
   EXPECT_EQ(Column(*rows, 0), (Texts{"1", "7", "10", "3", "2", "5", "6", "4", "8", "9"}));
-}
-
-TEST_F(ContactListTest, AHeaderClickSortsAndASecondOneTurnsTheOrder) {
-  Create("b", "Beta", "Ústí", "2");
-  Create("a", "alfa", "Brno", "10");
-  Create("c", "Čáp", "Ústí", "");
-  Create("d", "Beta", "aš", "1");
-  test_support::NoFiles files;
-  const core::SharedFunctions shared(log_, files);
-  const auto rows = All();
-  const struct {
-    std::string_view column;
-    std::string_view sort;
-    Texts names;
-  } clicks[] = {
-      {"Name", "Name", {"a", "b", "c", "d"}},
-      {"Name", "Name DESC", {"d", "c", "b", "a"}},
-      {"Name", "Name", {"a", "b", "c", "d"}},
-      {"Company", "Company", {"a", "b", "d", "c"}},
-      {"Company", "Company DESC", {"c", "b", "d", "a"}},
-      {"City", "City", {"d", "a", "b", "c"}},
-      {"City", "City DESC", {"b", "c", "a", "d"}},
-      {"Phone1", "Phone1", {"c", "d", "a", "b"}},
-      {"Phone1", "Phone1 DESC", {"b", "a", "d", "c"}},
-      {"Name", "Name", {"a", "b", "c", "d"}},
-  };
-  EXPECT_EQ(rows->Sort(), "");
-  for (const auto& [column, sort, names] : clicks) {
-    rows->MoveTo(2);
-    shared.SetSortStringForDataSource(*rows, column);
-    EXPECT_EQ(rows->Sort(), sort);
-    EXPECT_EQ(rows->Position(), 0) << sort;
-    EXPECT_EQ(Column(*rows), names) << sort;
-  }
 }
 
 TEST_F(ContactListTest, AnUnknownSortLeavesTheRowsAsTheyAre) {

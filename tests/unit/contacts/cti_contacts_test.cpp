@@ -40,13 +40,6 @@ class CTIContactsTest : public testing::Test {
     contact.SearchPhone[2] = search_phone;
     return Component().CreateContact(contact);
   }
-  std::vector<std::string> Names(std::string_view name, std::string_view company = {},
-                                 std::string_view city = {}, std::string_view note = {}) {
-    const auto rows = Component().SearchContacts(name, company, city, note);
-    std::vector<std::string> names;
-    for (; !rows->AtEnd(); rows->MoveNext()) names.emplace_back(rows->Text(rows->FieldIndex("Name")));
-    return names;
-  }
 
   test_support::ContactsDatabase store_;
 };
@@ -99,75 +92,11 @@ TEST_F(CTIContactsTest, CutsTextsAtTheirWidthInCharacters) {
   }
 }
 
-TEST_F(CTIContactsTest, KeepsAndFindsAZeroCharacter) {
-  Create("a\0b"sv);
-  Create("ab");
-  EXPECT_EQ(Names("\0B"sv), std::vector<std::string>{std::string("a\0b"sv)});
-}
-
 TEST_F(CTIContactsTest, RefusesToUpdateAContactThatIsGone) {
   Contact contact;
   contact.id_Contact = 77;
   EXPECT_THROW(Component().UpdateContact(contact), base::RuntimeError);
   EXPECT_NO_THROW(Component().DeleteContact(77));
-}
-
-TEST_F(CTIContactsTest, SearchesLiterallyAndWithoutLetterCase) {
-  for (const auto name : {"Novák", "Říha", "50% sleva", "a_b", "axb", "O'Neil", "x' OR '1'='1", "novotný"}) {
-    Create(name);
-  }
-  using Texts = std::vector<std::string>;
-  EXPECT_EQ(Names("novák"), Texts{"Novák"});
-  EXPECT_EQ(Names("ŘÍHA"), Texts{"Říha"});
-  EXPECT_EQ(Names("NOV"), (Texts{"Novák", "novotný"}));
-  EXPECT_EQ(Names("%"), Texts{"50% sleva"});
-  EXPECT_EQ(Names("_"), Texts{"a_b"});
-  EXPECT_EQ(Names("'"), (Texts{"O'Neil", "x' OR '1'='1"}));
-  EXPECT_EQ(Names(" "), (Texts{"50% sleva", "x' OR '1'='1"}));
-  EXPECT_EQ(Names("nobody"), Texts{});
-  EXPECT_EQ(Names(""),
-            (Texts{"50% sleva", "a_b", "axb", "Novák", "novotný", "O'Neil", "Říha", "x' OR '1'='1"}));
-}
-
-TEST_F(CTIContactsTest, JoinsTheConditionsOfTheFourFields) {
-  for (int i = 0; i < 16; ++i) {
-    Contact contact;
-    contact.Name = std::string(i & 1 ? "yes " : "no ") + std::to_string(i);
-    contact.Company = i & 2 ? "yes" : "no";
-    contact.City = i & 4 ? "yes" : "no";
-    contact.Note = i & 8 ? "yes" : "no";
-    Component().CreateContact(contact);
-  }
-  const auto part = [](int mask, int bit) { return (mask & bit) != 0 ? "YES" : ""; };
-  for (int mask = 0; mask < 16; ++mask) {
-    const auto names = Names(part(mask, 1), part(mask, 2), part(mask, 4), part(mask, 8));
-    std::size_t expected = 0;
-    for (int i = 0; i < 16; ++i) expected += (i & mask) == mask ? 1 : 0;
-    EXPECT_EQ(names.size(), expected) << mask;
-  }
-  EXPECT_EQ(Names("yes", "yes", "yes", "yes"), std::vector<std::string>{"yes 15"});
-}
-
-TEST_F(CTIContactsTest, SearchResultHasTheListsColumnsAndOutlivesTheComponent) {
-  Contact contact;
-  contact.Name = "Jan";
-  contact.Company = "Firma";
-  contact.City = "Brno";
-  contact.Phone[0] = "602 111";
-  const auto key = Component().CreateContact(contact);
-  Create("Zora");
-  Create("Adam");
-  const auto rows = Component().SearchContacts("", "", "", "");
-  ASSERT_EQ(rows->FieldCount(), 5);
-  EXPECT_EQ(rows->Text(1), "Adam");
-  rows->SetSort("Name DESC");
-  EXPECT_EQ(rows->Text(1), "Zora");
-  rows->MoveNext();
-  EXPECT_EQ(rows->Integer(rows->FieldIndex("id_Contact")), key);
-  EXPECT_EQ(rows->Text(rows->FieldIndex("Company")), "Firma");
-  EXPECT_EQ(rows->Text(rows->FieldIndex("City")), "Brno");
-  EXPECT_EQ(rows->Text(rows->FieldIndex("phone1")), "602 111");
-  EXPECT_EQ(rows->FieldName(4), "Phone1");
 }
 
 TEST_F(CTIContactsTest, FindsContactsByAnyOfTheirNumbers) {
@@ -239,15 +168,6 @@ TEST_F(CTIContactsTest, OtherToolsReadWhatIsStored) {
                            std::string("\"602 111 222\""), "\"" + contact.Note + "\""}) {
     EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text.substr(0, 500);
   }
-}
-
-TEST_F(CTIContactsTest, RaisesForAMissingDatabase) {
-  CTIContacts component(store_.database());
-  component.SetConnectionString(test_support::ConnectionString(store_.folder().File("missing.mdb").string()));
-  EXPECT_THROW(static_cast<void>(component.GetContact(1)), base::RuntimeError);
-  EXPECT_THROW(component.CreateContact({}), base::RuntimeError);
-  EXPECT_THROW(static_cast<void>(component.SearchContacts("", "", "", "")), base::RuntimeError);
-  EXPECT_THROW(static_cast<void>(component.FindContactsByPhone("1")), base::RuntimeError);
 }
 
 }  // namespace

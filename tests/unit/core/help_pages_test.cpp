@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "support/log_capture.h"
-#include "unit/support/no_files.h"
+#include "support/no_files.h"
 #include "unit/support/temporary_folder.h"
 
 namespace kestro {
@@ -15,11 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using test_support::ReadFile;
-
-class ProgramFolderOnly final : public test_support::NoFiles {
- public:
-  std::string ProgramFolder() const override { return "C:\\Program"; }
-};
 
 class Shell final : public ports::ShellExecute {
  public:
@@ -34,7 +29,7 @@ class Shell final : public ports::ShellExecute {
 TEST(HelpPages, TheStartPageOfTheProgramsFolderIsOpened) {
   test::LogCapture capture;
   core::LogModule log(capture);
-  ProgramFolderOnly files;
+  test::NoFiles files;
   core::SharedFunctions shared(log, files);
   Shell shell;
   core::HelpPages pages(log, shared, shell);

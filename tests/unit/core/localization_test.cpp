@@ -42,6 +42,9 @@ TEST_F(LocalizationTest, AnIdentifierWithoutTextIsAnError) {
       FAIL() << id;
     } catch (const base::RuntimeError& error) {
       EXPECT_EQ(error.number(), number) << id;
+      if (number == 326) {
+        EXPECT_EQ(error.description(), std::string("Text ") + id + " is not in the catalogue");
+      }
     }
   }
 }

@@ -20,6 +20,7 @@ TEST(PictureSizeTest, EveryKindTellsItsSize) {
   };
   for (const Row& row :
        {Row{Png("\0\0\x01\x02\0\0\0\x03"s), 0x102, 3},
+        {"GIF87a\x02\x01\x03\x00"s, 0x102, 3},
         {"GIF89a\x02\x01\x03\x00"s, 0x102, 3},
         {Bitmap("\x02\x01\0\0\x03\0\0\0"s), 0x102, 3},
         {Bitmap("\x02\x01\0\0\xFD\xFF\xFF\xFF"s), 0x102, 3},  // from the top down
@@ -34,7 +35,17 @@ TEST(PictureSizeTest, EveryKindTellsItsSize) {
   }
 }
 
+TEST(PictureSizeTest, AFrameIsTheOnlySegmentWithASize) {
+  for (int marker = 0xBF; marker <= 0xD0; ++marker) {
+    const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+    const auto picture =
+        "\xFF\xD8\xFF\xE0\x00\x02\xFF"s + static_cast<char>(marker) + "\x00\x11\x08\x00\x03\x01\x02"s;
+    EXPECT_EQ(ReadPictureSize(picture).has_value(), frame) << marker;
+  }
+}
+
 TEST(PictureSizeTest, RefusesWhatCannotBeShown) {
+  EXPECT_TRUE(IsShowablePicture(Png("\0\0\0\x01\0\0\0\x01"s)));
   EXPECT_TRUE(IsShowablePicture(Png("\0\0\x1F\x40\0\0\x1F\x40"s)));   // 8000 x 8000
   EXPECT_FALSE(IsShowablePicture(Png("\0\0\x1F\x41\0\0\x1F\x40"s)));  // one column more
   EXPECT_FALSE(IsShowablePicture(Png("\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s)));

@@ -20,47 +20,6 @@ class ProcedureFrameTest : public ::testing::Test {
   ProcedureFrame inner{log, "KESTROCTI.CVSParser", Spelling::kBare};
 };
 
-TEST_F(ProcedureFrameTest, WritesEntryAndExitOnceOnEveryNormalWayOut) {
-  const auto early = [&](bool leave) {
-    return outer("Early", [&] {
-      if (leave) return 1;
-      return 2;
-    });
-  };
-  EXPECT_EQ(early(true), 1);
-  EXPECT_EQ(early(false), 2);
-  inner("Bare", [] {});
-  outer.With(Spelling::kBare, "Mixed", [] {});
-  EXPECT_THAT(
-      capture.lines,
-      ElementsAre(
-          "KESTROCTI.Functions.Early | Method started.", "KESTROCTI.Functions.Early | Method finished.",
-          "KESTROCTI.Functions.Early | Method started.", "KESTROCTI.Functions.Early | Method finished.",
-          "KESTROCTI.CVSParser.Bare | Method started", "KESTROCTI.CVSParser.Bare | Method finished",
-          "KESTROCTI.Functions.Mixed | Method started", "KESTROCTI.Functions.Mixed | Method finished"));
-}
-
-TEST_F(ProcedureFrameTest, AnErrorThreeProceduresDeepGrowsItsChainAndWritesNoExitLine) {
-  const int answer = outer.Outermost(
-      "Third",
-      [&] {
-        return outer("Second", [&]() -> int {
-          return inner("First", []() -> int { base::RaiseSubscriptOutOfRange(); });
-        });
-      },
-      [](const RuntimeError& error) { return static_cast<int>(error.number()); });
-  EXPECT_EQ(answer, 9);
-  const std::string first = "KESTROCTI.CVSParser.First::";
-  const std::string second = "KESTROCTI.Functions.Second::" + first;
-  const std::string third = "KESTROCTI.Functions.Third::" + second;
-  const std::string what = " | Subscript out of range";
-  EXPECT_THAT(capture.lines,
-              ElementsAre("KESTROCTI.Functions.Third | Method started.",
-                          "KESTROCTI.Functions.Second | Method started.",
-                          "KESTROCTI.CVSParser.First | Method started", "ERROR 9 " + first + what,
-                          "ERROR 9 " + second + what, "ERROR 9 " + third + what));
-}
-
 TEST_F(ProcedureFrameTest, AGivenSourceEndsTheChain) {
   EXPECT_THROW(inner("Raise", [] { throw RuntimeError(-2147483576, "Can not open the line!", "Line Open"); }),
                RuntimeError);

@@ -46,17 +46,6 @@ TEST_F(ExchangeStructures, CallInformationHasThePublishedLayout) {
   EXPECT_EQ(0xEE, info[343]) << "a byte behind the used ones was written";
 }
 
-TEST_F(ExchangeStructures, ACallWithoutNumberSaysSo) {
-  exchange::Call call;
-  call.handle = 0x123;
-  exchange_.Offer(call);
-  auto info = Buffer(2325, 2325);
-  ASSERT_EQ(0, exchange_.GetCallInfo(0x123, info));
-  EXPECT_EQ(0x20U, ReadDword(info, 108));
-  EXPECT_EQ(0U, ReadDword(info, 112));
-  EXPECT_EQ(4U, ReadDword(info, 80));
-}
-
 TEST_F(ExchangeStructures, DeviceCapabilitiesHaveThePublishedLayout) {
   auto caps = Buffer(2253, 2253);
   ASSERT_EQ(0, exchange_.GetDevCaps(bench_.application, 1, 0x00010004, 0, caps));
@@ -66,14 +55,6 @@ TEST_F(ExchangeStructures, DeviceCapabilitiesHaveThePublishedLayout) {
   EXPECT_EQ(1U, ReadDword(caps, 40));
   EXPECT_EQ(4U, ReadDword(caps, 60));
   EXPECT_EQ(0x01FFFFFFU, ReadDword(caps, 128));
-}
-
-TEST_F(ExchangeStructures, TranslationDeliversTheAddressItself) {
-  auto output = Buffer(2044, 2041);
-  ASSERT_EQ(0, exchange_.TranslateAddress(bench_.application, 1, 0x00010004, "21", 0, 0, output));
-  EXPECT_EQ("21\0"sv, ReadBytes(output, ReadDword(output, 16), ReadDword(output, 12)));
-  EXPECT_EQ("21\0"sv, ReadBytes(output, ReadDword(output, 24), ReadDword(output, 20)));
-  EXPECT_EQ(0U, ReadDword(output, 36));
 }
 
 struct SmallBuffer {

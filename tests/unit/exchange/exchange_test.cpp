@@ -12,26 +12,6 @@ using test::Buffer;
 
 constexpr std::int32_t Error(std::uint32_t value) { return static_cast<std::int32_t>(value); }
 
-TEST(Exchange, ReportsCallsInTheOrderOfWhatHappens) {
-  test::ExchangeBench bench;
-  bench.OpenLine();
-  const auto call = bench.Ring("602111222");
-  bench.exchange.InformOfChange(call, 0x8000);
-  bench.exchange.Connect(call, "602111222");
-  bench.exchange.Reply(5, -1);
-  bench.exchange.Disconnect(call);
-  bench.exchange.ReportState(call, 0xFFFF8000);
-  bench.exchange.Idle(call);
-  EXPECT_EQ((std::vector<LineMessage>{{0x101, 2, 77, 2, 0, 4},
-                                      {0x101, 1, 77, 0x8000, 0, 0},
-                                      {0x101, 2, 77, 0x100, 0, 0},
-                                      {0, 12, 77, 5, -1, 0},
-                                      {0x101, 2, 77, 0x4000, 1, 0},
-                                      {0x101, 2, 77, Error(0xFFFF8000), 0, 0},
-                                      {0x101, 2, 77, 1, 0, 0}}),
-            bench.messages);
-}
-
 TEST(Exchange, ResultsNameTheWrongHandleDeviceOrVersion) {
   test::ExchangeBench bench;
   std::uint32_t version = 0;
@@ -62,17 +42,6 @@ TEST(Exchange, ResultsNameTheWrongHandleDeviceOrVersion) {
   EXPECT_EQ(Error(0x8000002B), exchange.Close(bench.line));
   EXPECT_EQ(0, exchange.Shutdown(app));
   EXPECT_EQ(Error(0x80000014), exchange.Shutdown(app));
-}
-
-TEST(Exchange, RequestsAreNumberedAndAnsweredOnlyFromOutside) {
-  test::ExchangeBench bench;
-  bench.OpenLine();
-  const auto call = bench.Ring("1");
-  bench.TakeMessages();
-  EXPECT_EQ(1, bench.exchange.BlindTransfer(call, "21", 0));
-  EXPECT_EQ(2, bench.exchange.Drop(call, "", 0));
-  EXPECT_TRUE(bench.posted.empty());
-  EXPECT_TRUE(bench.messages.empty());
 }
 
 TEST(Exchange, AReleasedCallIsNotTheApplicationsAnyMoreButEndsAudibly) {
@@ -210,36 +179,6 @@ TEST(Exchange, InjectedResultsComeFirstAndAsOftenAsAsked) {
   EXPECT_EQ(-5, exchange.Close(bench.line));
   EXPECT_TRUE(exchange.Work("lineClose"));
   EXPECT_EQ(0, exchange.Close(bench.line));
-}
-
-TEST(Exchange, EveryLineFunctionCanBeMadeToFailByItsName) {
-  test::ExchangeBench bench;
-  auto& x = bench.exchange;
-  std::uint32_t number = 0;
-  std::vector<std::uint8_t> none;
-  const std::pair<const char*, std::function<std::int32_t()>> rows[] = {
-      {"lineInitialize",
-       [&] {
-         return x.Initialize(
-             number, [](const LineMessage&) {}, "", number);
-       }},
-      {"lineNegotiateAPIVersion", [&] { return x.NegotiateApiVersion(0, 0, 0, 0, number); }},
-      {"lineGetDevCaps", [&] { return x.GetDevCaps(0, 0, 0, 0, none); }},
-      {"lineOpen", [&] { return x.Open(0, 0, number, 0, 0, 0, 0, 0); }},
-      {"lineSetStatusMessages", [&] { return x.SetStatusMessages(0, 0, 0); }},
-      {"lineGetCallInfo", [&] { return x.GetCallInfo(0, none); }},
-      {"lineDrop", [&] { return x.Drop(0, "", 0); }},
-      {"lineDeallocateCall", [&] { return x.DeallocateCall(0); }},
-      {"lineTranslateAddress", [&] { return x.TranslateAddress(0, 0, 0, "", 0, 0, none); }},
-      {"lineBlindTransfer", [&] { return x.BlindTransfer(0, "", 0); }},
-      {"lineClose", [&] { return x.Close(0); }},
-      {"lineShutdown", [&] { return x.Shutdown(0); }}};
-  for (const auto& [name, call] : rows) {
-    EXPECT_NE(1234, call()) << name;
-    ASSERT_TRUE(x.Fail(name, 1234)) << name;
-    EXPECT_EQ(1234, call()) << name;
-    x.Work(name);
-  }
 }
 
 }  // namespace

@@ -9,8 +9,8 @@
 
 #include "contacts/database_session.h"
 #include "support/import_bench.h"
+#include "support/no_files.h"
 #include "unit/support/contacts_database.h"
-#include "unit/support/no_files.h"
 
 namespace kestro::import {
 namespace {
@@ -67,7 +67,7 @@ class RefusingDatabase final : public ports::Database {
 };
 
 /// One file, made anew by `open` each time it is opened.
-class OneFile final : public test_support::NoFiles {
+class OneFile final : public test::NoFiles {
  public:
   bool FileExists(std::string_view) const override { return true; }
   std::unique_ptr<ports::FileReader> OpenForReading(std::string_view) const override { return open(); }

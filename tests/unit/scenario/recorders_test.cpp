@@ -4,30 +4,17 @@
 #include "scenario/recording_form_host.h"
 #include "scenario/recording_message_boxes.h"
 #include "scenario/recording_notification_area.h"
-#include "scenario/recording_stores.h"
-#include "scenario/scripted_shell_information.h"
-#include "support/telephony_bench.h"
+#include "support/latin1_code_page.h"
+#include "support/no_files.h"
 
 namespace kestro::scenario {
 namespace {
 
 using ports::BoxAnswer;
 
-/// A program folder with the files named; nothing else can be asked of it.
-class FewFiles final : public ports::FileSystem {
+class OnlyIcons final : public test::NoFiles {
  public:
   bool FileExists(std::string_view path) const override { return path.starts_with("C:\\Program\\Icons\\"); }
-  bool FolderExists(std::string_view) const override { return false; }
-  void CreateFolder(std::string_view) override {}
-  void CopyFileTo(std::string_view, std::string_view, bool) override {
-    throw base::RuntimeError(base::kPathAccessError, "Path/File access error");
-  }
-  int FileAttributes(std::string_view) const override { return 0; }
-  std::string ReadTextLinesJoined(std::string_view, std::size_t) const override { return {}; }
-  std::string ReadStart(std::string_view, std::size_t) const override { return {}; }
-  std::unique_ptr<ports::FileReader> OpenForReading(std::string_view) const override { return {}; }
-  std::string ProgramFolder() const override { return "C:\\Program"; }
-  std::string UserDataFolder() const override { return "C:\\Data"; }
 };
 
 class RecordersTest : public ::testing::Test {
@@ -35,7 +22,7 @@ class RecordersTest : public ::testing::Test {
   std::vector<std::string> lines;
   Transcript transcript{[this](std::string_view line) { lines.emplace_back(line); }};
   test::Latin1CodePage code_page;
-  FewFiles files;
+  OnlyIcons files;
 };
 
 TEST_F(RecordersTest, NotificationRequestsAreToldApart) {
@@ -100,41 +87,6 @@ TEST_F(RecordersTest, BoxesAreAnsweredInTurn) {
   EXPECT_EQ(boxes.queued(), 0U);
   EXPECT_EQ(lines, (std::vector<std::string>{R"(box style=64 "a\r\nb" = ok)", R"(box style=36 "c" = yes)",
                                              R"(box style=36 "d" = no)", R"(box style=64 "e" = ok)"}));
-}
-
-TEST_F(RecordersTest, OnlyWhatHappenedIsWrittenDown) {
-  ports::MemorySettingsStore store;
-  RecordingSettingsStore settings(store, transcript);
-  EXPECT_NE(settings.SetValue("key", "Name", "v"), 0);  // there is no such key
-  settings.CreateKey("key");
-  EXPECT_EQ(settings.SetValue("key", "Name", "a\\b"), 0);
-  RecordingFileSystem recorded_files(files, transcript);
-  EXPECT_THROW(recorded_files.CopyFileTo("a", "b", false), base::RuntimeError);
-  RecordingLog log(transcript);
-  log.LineEntry({"M", "P"}, "Method started.");
-  log.ErrorEntry(-5, "M.P::", "broken\r\ntext");
-  log.ShowLines(true);
-  log.LineEntry({"M", "P"}, "Method started.");
-  log.SetFileLogging(true);
-  RecordingProcessControl process(transcript);
-  EXPECT_THROW(process.EndProcess(), base::ProcessEnded);
-  EXPECT_EQ(lines,
-            (std::vector<std::string>{R"(registry Name = "a\\b")", R"(error -5 M.P:: | broken\r\ntext)",
-                                      "log M.P | Method started.", "log file on", "ended"}));
-}
-
-TEST(ScriptedShellInformation, AnswersAsTold) {
-  ScriptedShellInformation shell;
-  EXPECT_EQ(shell.GetVersionWord(), 0x0105U);
-  shell.SetWindows(4, 90, false);
-  EXPECT_EQ(shell.GetVersionWord(), 0x80005A04U);
-  shell.SetShellMajor(0x1234);
-  std::vector<std::uint8_t> block(static_cast<std::size_t>(shell.FileVersionInfoSize("shell32.dll")));
-  ASSERT_TRUE(shell.FileVersionInfo("shell32.dll", block));
-  EXPECT_EQ(shell.QueryRootBlock(block), 0x12340000U);
-  shell.SetShellMajor(0);
-  EXPECT_EQ(shell.FileVersionInfoSize("shell32.dll"), 0);
-  EXPECT_FALSE(shell.FileVersionInfo("shell32.dll", block));
 }
 
 }  // namespace

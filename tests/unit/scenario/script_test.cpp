@@ -17,40 +17,6 @@ std::string ErrorOf(std::string_view script) {
   return "no error";
 }
 
-TEST(Script, ReadsArgumentsAndOptions) {
-  const auto actions = ParseScript(
-      "\xEF\xBB\xBF# a comment\r\n"
-      "\n"
-      "  device \"EXT \\\"1\\\"\\t\\x1f\\\\\" states 0x10 provider \"P # no comment\"  # a comment\r\n"
-      "call 0x101 offering origin internal from \"21\"\n"
-      "message 1 2 3 -1 0xFFFFFFFF 6\n"
-      "contact Name=\"Jan Nov\xC3\xA1k\" Phone1=\"602\"\n"
-      "expect  box style=64 \"a # b\"  \n"
-      "close Settings 2\n"
-      "file cancel\n"
-      "dump menu\n"
-      "dump Settings");
-  ASSERT_EQ(actions.size(), 9U);
-  EXPECT_EQ(actions[0].kind, ActionKind::kDevice);
-  EXPECT_EQ(actions[0].line, 3);
-  EXPECT_EQ(actions[0].Text(0), "EXT \"1\"\t\x1f\\");
-  EXPECT_EQ(actions[0].Option("states")->number, 16);
-  EXPECT_EQ(actions[0].Option("provider")->text, "P # no comment");
-  EXPECT_TRUE(actions[0].text.ends_with("no comment\""));
-  EXPECT_EQ(actions[1].kind, ActionKind::kCallOffering);
-  EXPECT_EQ(actions[1].Number(0), 0x101);
-  EXPECT_EQ(actions[1].Option("origin")->text, "internal");
-  EXPECT_EQ(actions[1].Option("reason"), nullptr);
-  EXPECT_EQ(actions[2].Number(3), -1);
-  EXPECT_EQ(actions[2].Number(4), -1);
-  EXPECT_EQ(actions[3].Option("Name")->text, "Jan Nov\xC3\xA1k");
-  EXPECT_EQ(actions[4].Text(0), "box style=64 \"a # b\"");
-  EXPECT_EQ(actions[5].Option("")->number, 2);
-  EXPECT_EQ(actions[6].kind, ActionKind::kFileCancel);
-  EXPECT_EQ(actions[7].kind, ActionKind::kDumpMenu);
-  EXPECT_EQ(actions[8].kind, ActionKind::kDumpWindow);
-}
-
 TEST(Script, ReadsNestedBlocks) {
   const auto actions = ParseScript("during\n during\n start\n end\n dump call\nend\ndump flags\n");
   ASSERT_EQ(actions.size(), 2U);

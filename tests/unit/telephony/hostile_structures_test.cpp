@@ -119,7 +119,8 @@ TEST(HostileStructuresTest, TheRedirectRuleComparesTheProviderTextWithItsZero) {
                          {"PANASONIC KX-TDA", 16, true},
                          {std::string("PANASONIC KX-TDA\0\0", 18), 18, true},
                          {std::string("PANASONIC KX-TDE\0", 17), 17, true},
-                         {"", 0, true}}) {
+                         {"", 0, true},
+                         {"", 0xFFFFFFFFU, true}}) {
     test::TelephonyBench bench;
     bench.functions.dev_caps =
         DevCaps(caps::kProviderInfoSize, row.size, caps::kProviderInfoOffset, 252, row.provider);
