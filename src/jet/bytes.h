@@ -52,7 +52,9 @@ inline std::uint32_t Load32(ByteSpan bytes, std::size_t offset) {
 }
 
 inline std::uint64_t Load64(ByteSpan bytes, std::size_t offset) {
-  return Load32(bytes, offset) | (static_cast<std::uint64_t>(Load32(bytes, offset + 4)) << 32);
+  CheckInside(bytes.size(), offset, 8);
+  const ByteSpan rest = bytes.subspan(offset, 8);
+  return Load32(rest, 0) | (static_cast<std::uint64_t>(Load32(rest, 4)) << 32);
 }
 
 inline std::uint32_t LoadBig24(ByteSpan bytes, std::size_t offset) {

@@ -59,6 +59,7 @@ class RowChecker {
     }
     row_.Attach(id, stored->page, stored->bytes);
     ++report_.result().rows;
+    row_.layout().Check();
     if (!row_.layout().SpareBitsAreZero()) report_.Find(where + ": spare null bits are set");
     for (std::size_t i = 0; i < definition_.columns.size(); ++i) CheckColumn(i);
     for (std::size_t i = 0; i < expected_.size(); ++i) ExpectEntry(i, id);

@@ -27,6 +27,9 @@ CheckResult CheckDatabase(Database& database) {
   CheckReport report(storage.pager.page_count());
   report.Claim(0, "the header");
   report.ClaimMapRow({1, 0}, "the map of free pages");
+  report.Try("the map of free pages", [&] {
+    for (const PageNumber page : storage.space.OwnPages()) report.Claim(page, "the map of free pages");
+  });
   report.Try("the catalogue", [&] {
     for (const CatalogEntry& entry : database.catalog().Entries()) {
       if (entry.linked) continue;

@@ -1,6 +1,5 @@
 #include "jet/entry_bits.h"
 
-#include <array>
 #include <bit>
 #include <cstdint>
 
@@ -9,8 +8,6 @@ namespace {
 
 constexpr std::size_t kWords = kEntryAreaSize / 64 + 1;
 constexpr std::size_t kBitmapBytes = kEntryAreaAt - kEntryBitsAt;
-
-using Words = std::array<std::uint64_t, kWords>;
 
 // Of the last word only the bits up to the end of the area count; behind them the entries begin.
 std::uint64_t Word(ByteSpan page, std::size_t index) {
@@ -22,49 +19,39 @@ std::uint64_t Word(ByteSpan page, std::size_t index) {
 // The bits 0 to n of a word.
 std::uint64_t UpTo(std::size_t n) { return n >= 63 ? ~std::uint64_t{0} : (std::uint64_t{1} << (n + 1)) - 1; }
 
-Words LoadAll(ByteSpan page) {
-  Words words{};
-  for (std::size_t i = 0; i < kWords; ++i) words[i] = Word(page, i);
-  return words;
-}
-
-void StoreAll(MutableBytes page, const Words& words) {
-  for (std::size_t i = 0; i < kBitmapBytes; ++i) {
-    page[kEntryBitsAt + i] = static_cast<std::uint8_t>(words[i / 8] >> (8 * (i % 8)));
+void StoreWord(MutableBytes page, std::size_t index, std::uint64_t word) {
+  const std::size_t at = kEntryBitsAt + 8 * index;
+  if (index + 1 < kWords) {
+    Store64(page, at, word);
+    return;
+  }
+  for (std::size_t i = 0; i < kBitmapBytes % 8; ++i) {
+    Store8(page, at + i, static_cast<std::uint8_t>(word >> (8 * i)));
   }
 }
 
-// Splits into the bits up to `position` (stay in `words`) and those behind.
-Words TakeBehind(Words& words, std::size_t position) {
-  Words behind{};
-  for (std::size_t i = position / 64; i < kWords; ++i) {
-    const std::uint64_t stay = i == position / 64 ? UpTo(position % 64) : 0;
-    behind[i] = words[i] & ~stay;
-    words[i] &= stay;
-  }
-  return behind;
-}
-
-void AddShiftedUp(Words& words, const Words& bits, std::size_t count) {
+// The bits `count` below those of a word, leaving out the ones at or below `start`.
+std::uint64_t WordBelow(ByteSpan page, std::size_t index, std::size_t count, std::size_t start) {
+  const auto behind = [&](std::size_t i) {
+    const std::uint64_t word = Word(page, i);
+    return i > start / 64 ? word : i < start / 64 ? 0 : word & ~UpTo(start % 64);
+  };
   const std::size_t whole = count / 64;
   const std::size_t part = count % 64;
-  for (std::size_t i = whole; i < kWords; ++i) {
-    words[i] |= bits[i - whole] << part;
-    if (part != 0 && i > whole) words[i] |= bits[i - whole - 1] >> (64 - part);
-  }
+  if (index < whole) return 0;
+  std::uint64_t word = behind(index - whole) << part;
+  if (part != 0 && index > whole) word |= behind(index - whole - 1) >> (64 - part);
+  return word;
 }
 
-void AddShiftedDown(Words& words, const Words& bits, std::size_t count) {
-  const std::size_t whole = count / 64;
+// The bits `count` above those of a word.
+std::uint64_t WordAbove(ByteSpan page, std::size_t index, std::size_t count) {
+  const std::size_t from = index + count / 64;
   const std::size_t part = count % 64;
-  for (std::size_t i = 0; i + whole < kWords; ++i) {
-    words[i] |= bits[i + whole] >> part;
-    if (part != 0 && i + whole + 1 < kWords) words[i] |= bits[i + whole + 1] << (64 - part);
-  }
-}
-
-void SetBit(Words& words, std::size_t position) {
-  words[position / 64] |= std::uint64_t{1} << (position % 64);
+  if (from >= kWords) return 0;
+  std::uint64_t word = Word(page, from) >> part;
+  if (part != 0 && from + 1 < kWords) word |= Word(page, from + 1) << (64 - part);
+  return word;
 }
 
 }  // namespace
@@ -97,20 +84,22 @@ bool IsEntryEnd(ByteSpan page, std::size_t position) {
 
 void InsertEntryBits(MutableBytes page, std::size_t start, std::size_t size) {
   CheckInside(kEntryAreaSize, start, size);
-  Words words = LoadAll(page);
-  const Words behind = TakeBehind(words, start);
-  AddShiftedUp(words, behind, size);
-  SetBit(words, start + size);
-  StoreAll(page, words);
+  // From the end on, so that no word is read after it was changed.
+  for (std::size_t i = kWords; i-- > start / 64;) {
+    const std::uint64_t stay = i == start / 64 ? Word(page, i) & UpTo(start % 64) : 0;
+    StoreWord(page, i, stay | WordBelow(page, i, size, start));
+  }
+  const std::size_t end = start + size;
+  page[kEntryBitsAt + end / 8] = static_cast<std::uint8_t>(page[kEntryBitsAt + end / 8] | (1U << (end % 8)));
 }
 
 void RemoveEntryBits(MutableBytes page, std::size_t start, std::size_t end) {
   CheckInside(kEntryAreaSize, start, end - start);
-  Words words = LoadAll(page);
-  const Words behind = TakeBehind(words, end);
-  (void)TakeBehind(words, start);
-  AddShiftedDown(words, behind, end - start);
-  StoreAll(page, words);
+  const std::size_t first = start / 64;
+  const std::uint64_t kept = UpTo(start % 64);
+  const std::uint64_t stay = Word(page, first) & kept;
+  StoreWord(page, first, stay | (WordAbove(page, first, end - start) & ~kept));
+  for (std::size_t i = first + 1; i < kWords; ++i) StoreWord(page, i, WordAbove(page, i, end - start));
 }
 
 }  // namespace kestro::jet

@@ -30,7 +30,8 @@ class IndexTree {
   /// Whether there is an entry with this key (without page and slot).
   [[nodiscard]] bool HasKey(ByteSpan key) const;
 
-  void Insert(ByteSpan key);
+  /// Returns whether it is the only entry with this key (without page and slot).
+  bool Insert(ByteSpan key);
 
   /// kDamaged when there is no such entry.
   void Erase(ByteSpan key);
@@ -47,6 +48,7 @@ class IndexTree {
   using Path = std::vector<PageNumber>;  // from the root to a page
 
   [[nodiscard]] Path PathTo(ByteSpan target) const;
+  [[nodiscard]] bool IsAlone(const Place& place, ByteSpan key) const;
   [[nodiscard]] PageNumber ChildFor(const IndexPage& node, ByteSpan target) const;
 
   void Store(PageNumber page, const IndexContent& content);

@@ -52,11 +52,30 @@ std::pair<IndexContent, Entry> SplitNode(IndexContent& left, bool appended) {
 
 }  // namespace
 
-void IndexTree::Insert(ByteSpan key) {
+// Whether neither neighbour of the place for a new entry has its key.
+bool IndexTree::IsAlone(const Place& place, ByteSpan key) const {
+  const IndexPage leaf(place.leaf.bytes());
+  const ByteSpan wanted = key.first(key.size() - kRowBytesInKey);
+  const std::size_t used = leaf.used();
+  const bool at_border =
+      (place.start == 0 && leaf.previous() != 0) || (place.start == used && leaf.next() != 0);
+  if (at_border) return !HasKey(wanted);
+  IndexKey neighbour;
+  const auto equals = [&](std::size_t start, std::size_t end) {
+    leaf.CopyEntry(start, end, neighbour);
+    return Compare(neighbour.bytes().first(neighbour.size() - kRowBytesInKey), wanted) == 0;
+  };
+  if (place.start < used && equals(place.start, leaf.End(place.start))) return false;
+  return place.start == 0 || !equals(EntryStartAt(place.leaf.bytes(), place.start - 1), place.start);
+}
+
+bool IndexTree::Insert(ByteSpan key) {
+  bool alone = false;
   {
     const Place place = Find(key);
+    alone = IsAlone(place, key);
     const PageEdit leaf = storage_.pager.Edit(place.leaf.number());
-    if (InsertEntryInPlace(leaf.edit(), place.start, key)) return;
+    if (InsertEntryInPlace(leaf.edit(), place.start, key)) return alone;
   }
   const Path path = PathTo(key);
   IndexContent content = DecodeIndexPage(ReadPage(path.back()).bytes());
@@ -65,6 +84,7 @@ void IndexTree::Insert(ByteSpan key) {
   const bool appended = place == content.entries.end() && content.next == 0;
   content.entries.insert(place, Entry{{key.begin(), key.end()}, 0});
   StoreOrSplit(path, path.size() - 1, std::move(content), appended);
+  return alone;
 }
 
 void IndexTree::StoreOrSplit(const Path& path, std::size_t depth, IndexContent content, bool appended) {

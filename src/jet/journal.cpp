@@ -63,6 +63,7 @@ JournalWriter::JournalWriter(FileLayer& layer, std::string path, std::uint64_t o
       file_(layer.Open(path_, FileMode::kCreate)),
       salt_(NewSalt()),
       buffer_(kHeaderSize) {
+  buffer_.reserve(kHeaderSize + std::min<std::size_t>(records, kRecordsPerWrite) * kRecordSize);
   const MutableBytes header(buffer_);
   Store64(header, 0, kMark);
   Store32(header, 8, kPageSize);

@@ -9,6 +9,7 @@
 namespace kestro::jet {
 namespace {
 
+constexpr std::uint32_t kLengthMask = 0x3FFFFFFF;
 constexpr std::size_t kChainHeader = 4;
 constexpr std::size_t kChainPart = kLongestSingle - kChainHeader;
 constexpr int kMostPagesTried = 8;
@@ -60,7 +61,7 @@ LongHeader ParseLongHeader(ByteSpan stored) {
   if (stored.size() < kLongHeaderSize) ThrowDamaged();
   LongHeader header;
   const std::uint32_t word = Load32(stored, 0);
-  header.length = word & 0x3FFFFFFF;
+  header.length = word & kLengthMask;
   if (word >> 30 > 2) ThrowDamaged();
   header.kind = static_cast<LongKind>(word >> 30);
   header.where = DataPointer::FromStored(Load32(stored, 4));
@@ -69,9 +70,10 @@ LongHeader ParseLongHeader(ByteSpan stored) {
 }
 
 std::optional<ByteSpan> InlineLongValue(ByteSpan stored) {
-  const LongHeader header = ParseLongHeader(stored);
-  if (header.kind != LongKind::kInline) return std::nullopt;
-  return stored.subspan(kLongHeaderSize, header.length);
+  if (stored.size() < kLongHeaderSize) ThrowDamaged();
+  const std::uint32_t word = Load32(stored, 0);
+  if (static_cast<LongKind>(word >> 30) != LongKind::kInline) return std::nullopt;
+  return Part(stored, kLongHeaderSize, word & kLengthMask);
 }
 
 void ReadLongValue(Pager& pager, ByteSpan stored, Blob& data) {

@@ -2,118 +2,208 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <string>
 
 #include "jet/data_page.h"
 #include "jet/error.h"
+#include "jet/page_bits.h"
 
 namespace kestro::jet {
 namespace {
 
 constexpr PageNumber kMapPage = 1;
 constexpr std::size_t kMapSlot = 0;
-constexpr std::size_t kBitsAt = 5;  // type, start page
-constexpr std::size_t kFreshMapSize = 69;
+constexpr std::size_t kBitsAt = 5;      // of a row with bits: behind type and start page
+constexpr std::size_t kPointersAt = 1;  // of a row with page numbers: behind the type
+constexpr std::size_t kPointerSize = 4;
+constexpr std::size_t kFreshMapSize = 69;  // as page numbers more than enough for 2 GiB
 
-struct GlobalMap {
+std::size_t PointerAt(std::size_t position) { return kPointersAt + kPointerSize * position; }
+
+// Pages that do not exist yet are free, those that do are not.
+void MarkBeyond(MutableBytes bits, PageNumber first, PageNumber page_count) {
+  for (PageNumber bit = 0; bit < bits.size() * 8; ++bit) SetPageBit(bits, bit, first + bit >= page_count);
+}
+
+}  // namespace
+
+/// The row of page 1.
+struct PageSpace::Map {
   PageRef page;
+  Slot slot;
   ByteSpan row;
-  PageNumber start = 0;
 
-  [[nodiscard]] PageNumber end() const { return start + static_cast<PageNumber>((row.size() - kBitsAt) * 8); }
-  [[nodiscard]] bool Bit(PageNumber number) const {
-    if (number < start || number >= end()) return false;
-    return (row[kBitsAt + (number - start) / 8] >> ((number - start) % 8) & 1) != 0;
-  }
+  [[nodiscard]] bool IsInline() const { return row[0] == 0; }
+  [[nodiscard]] PageNumber start() const { return Load32(row, 1); }
+  [[nodiscard]] std::size_t pointers() const { return (row.size() - kPointersAt) / kPointerSize; }
+  [[nodiscard]] PageNumber pointer(std::size_t i) const { return Load32(row, PointerAt(i)); }
 };
 
-GlobalMap ReadMap(Pager& pager) {
-  GlobalMap map;
-  map.page = pager.Read(kMapPage);
+/// Bits that lie together on one page.
+struct PageSpace::Stretch {
+  PageRef page;
+  std::size_t at = 0;  // of the bits on the page
+  std::size_t size = 0;
+  PageNumber first = 0;  // the page that the first bit stands for
+
+  [[nodiscard]] PageNumber end() const { return first + static_cast<PageNumber>(size * 8); }
+  [[nodiscard]] bool Holds(PageNumber number) const { return number >= first && number < end(); }
+  [[nodiscard]] ByteSpan bits() const { return page.bytes().subspan(at, size); }
+};
+
+PageSpace::Map PageSpace::ReadMap() const {
+  Map map;
+  map.page = pager_.Read(kMapPage);
   if (!map.page.Is(PageType::kData))
     throw Error(ErrorKind::kDamaged, "The map of free pages is no data page");
-  map.row = DataPage(map.page.bytes()).row(kMapSlot);
-  if (map.row.size() < kBitsAt || map.row[0] != 0) {
+  const DataPage data(map.page.bytes());
+  map.slot = data.slot(kMapSlot);
+  map.row = data.row(map.slot);
+  if (map.row.size() < kBitsAt || map.row[0] > 1) {
     throw Error(ErrorKind::kDamaged, "The map of free pages has an unknown form");
   }
-  map.start = Load32(map.row, 1);
-  if (map.start >= kMostPages || map.start % 8 != 0) {
+  if (map.IsInline() && (map.start() >= kMostPages || map.start() % 8 != 0)) {
     throw Error(ErrorKind::kDamaged, "The map of free pages starts outside the file");
   }
   return map;
 }
 
-}  // namespace
+// The bits of `page`, or the next ones behind it.
+std::optional<PageSpace::Stretch> PageSpace::StretchFrom(PageNumber page) const {
+  const Map map = ReadMap();
+  if (map.IsInline()) {
+    const Stretch all{map.page, map.slot.start + kBitsAt, map.row.size() - kBitsAt, map.start()};
+    return page < all.end() ? std::optional(all) : std::nullopt;
+  }
+  for (std::size_t i = page / kBitsPerPage; i < map.pointers(); ++i) {
+    const PageNumber first = static_cast<PageNumber>(i) * kBitsPerPage;
+    if (first >= kMostPages) break;
+    if (map.pointer(i) == 0) continue;
+    return Stretch{ReadBitsPage(pager_, map.pointer(i)), kPageBitsAt, kBitsPerPage / 8, first};
+  }
+  return std::nullopt;
+}
+
+bool PageSpace::Covers(PageNumber page) const {
+  const std::optional<Stretch> stretch = StretchFrom(page);
+  return stretch && stretch->Holds(page);
+}
+
+std::vector<PageNumber> PageSpace::OwnPages() const {
+  std::vector<PageNumber> pages;
+  const Map map = ReadMap();
+  for (std::size_t i = 0; !map.IsInline() && i < map.pointers(); ++i) {
+    if (map.pointer(i) != 0) pages.push_back(map.pointer(i));
+  }
+  return pages;
+}
 
 const char* PageSpace::ReadOnlyReason() const {
   try {
-    (void)ReadMap(pager_);
+    for (const PageNumber page : OwnPages()) (void)ReadBitsPage(pager_, page);
     return "";
   } catch (const Error&) {
     return "The map of free pages has a form that is not supported";
   }
 }
 
-bool PageSpace::IsFree(PageNumber page) const { return ReadMap(pager_).Bit(page); }
+bool PageSpace::IsFree(PageNumber page) const {
+  const std::optional<Stretch> stretch = StretchFrom(page);
+  if (!stretch || !stretch->Holds(page)) return false;
+  return FindPageBit(stretch->bits(), page - stretch->first) == page - stretch->first;
+}
 
-PageNumber PageSpace::FindFree() {
-  const GlobalMap map = ReadMap(pager_);
-  const PageNumber end = std::min(map.end(), pager_.page_count());
-  for (PageNumber page = std::max(map.start, lowest_); page < end;) {
-    const std::uint8_t bits = map.row[kBitsAt + (page - map.start) / 8];
-    const auto rest = static_cast<std::uint8_t>(bits >> ((page - map.start) % 8));
-    if (rest != 0) {
-      page += static_cast<PageNumber>(std::countr_zero(rest));
-      if (page < end) return page;
-      break;
-    }
-    page += 8 - (page - map.start) % 8;
+PageNumber PageSpace::FindFree() const {
+  const PageNumber count = pager_.page_count();
+  std::optional<Stretch> stretch;
+  for (PageNumber page = lowest_; page < count && (stretch = StretchFrom(page)); page = stretch->end()) {
+    const PageNumber from = page > stretch->first ? page - stretch->first : 0;
+    if (const auto bit = FindPageBit(stretch->bits(), from)) return std::min(stretch->first + *bit, count);
   }
-  return pager_.page_count();
+  return count;
 }
 
 PageEdit PageSpace::Allocate() {
-  const PageNumber page = FindFree();
-  if (page < 2) throw Error(ErrorKind::kDamaged, "The map of free pages offers the file's first pages");
-  lowest_ = page;
-  if (page == pager_.page_count()) {
-    if (page >= ReadMap(pager_).end()) Lengthen(page);
+  lowest_ = FindFree();
+  if (lowest_ < pager_.page_count()) {
+    const PageNumber page = lowest_;
+    if (page < 2 || std::ranges::count(OwnPages(), page) > 0) {
+      throw Error(ErrorKind::kDamaged, "The map of free pages offers one of its own pages");
+    }
     SetBit(page, false);
-    return pager_.Append();
+    PageEdit edit = pager_.Edit(page);
+    std::ranges::fill(edit.edit(), std::uint8_t{0});
+    return edit;
   }
-  SetBit(page, false);
-  PageEdit edit = pager_.Edit(page);
-  std::ranges::fill(edit.edit(), std::uint8_t{0});
-  return edit;
+  while (!Covers(pager_.page_count())) Extend();
+  SetBit(pager_.page_count(), false);
+  return pager_.Append();
 }
 
-// In steps of four bytes; the new bits say free.
-void PageSpace::Lengthen(PageNumber page) {
+// Makes the map hold more pages; may take pages at the end of the file for that.
+void PageSpace::Extend() {
+  if (ReadMap().IsInline()) {
+    if (!Lengthen()) MakeReferenced();
+    return;
+  }
+  const std::size_t position = pager_.page_count() / kBitsPerPage;
+  AddBitsPage(position);
+}
+
+// In steps of four bytes, as long as there is room.
+bool PageSpace::Lengthen() {
+  const Map map = ReadMap();
+  const std::vector<std::uint8_t> old(map.row.begin(), map.row.end());
+  const PageNumber end = map.start() + static_cast<PageNumber>((old.size() - kBitsAt) * 8);
   const PageEdit edit = pager_.Edit(kMapPage);
   DataPageEdit data(edit.edit());
-  while (page >= ReadMap(pager_).end()) {
-    const ByteSpan row = data.view().row(kMapSlot);
-    if (data.view().ComputeFree() < 4) {
-      throw Error(ErrorKind::kFull, "The database has as many pages as its map of free pages can hold");
-    }
-    const std::vector<std::uint8_t> old(row.begin(), row.end());
-    const MutableBytes longer = data.Resize(kMapSlot, old.size() + 4);
-    std::ranges::fill(longer, std::uint8_t{0xFF});
-    Copy(longer, 0, old);
+  if (data.view().ComputeFree() < 4) return false;
+  const MutableBytes longer = data.Resize(kMapSlot, old.size() + 4);
+  Copy(longer, 0, old);
+  MarkBeyond(longer.subspan(old.size()), end, pager_.page_count());
+  return true;
+}
+
+void PageSpace::MakeReferenced() {
+  const PageNumber count = pager_.page_count();
+  std::vector<PageNumber> free;
+  for (PageNumber page = 0; page < count; ++page) {
+    if (IsFree(page)) free.push_back(page);
   }
+  {
+    const std::size_t size = std::min(ReadMap().row.size(), kFreshMapSize);
+    const PageEdit edit = pager_.Edit(kMapPage);
+    const MutableBytes row = DataPageEdit(edit.edit()).Resize(kMapSlot, size);
+    std::ranges::fill(row, std::uint8_t{0});
+    row[0] = 1;
+  }
+  for (PageNumber first = 0; first < pager_.page_count(); first += kBitsPerPage) {
+    AddBitsPage(first / kBitsPerPage);
+  }
+  for (const PageNumber page : free) SetBit(page, true);
+}
+
+// The page for the bits is appended: it lies in the part of the file that it describes or behind that, and as
+// a page that exists then it is not free.
+void PageSpace::AddBitsPage(std::size_t position) {
+  if (position >= ReadMap().pointers()) {
+    throw Error(ErrorKind::kFull, "The database has as many pages as its map of free pages can hold");
+  }
+  const PageEdit bits = pager_.Append();
+  Store16(bits.edit(), 0, PageMark(PageType::kUsageMap));
+  MarkBeyond(bits.edit().subspan(kPageBitsAt), static_cast<PageNumber>(position) * kBitsPerPage,
+             pager_.page_count());
+  const PageEdit edit = pager_.Edit(kMapPage);
+  Store32(edit.edit(), ReadMap().slot.start + PointerAt(position), bits.number());
 }
 
 void PageSpace::SetBit(PageNumber page, bool free) {
-  const PageNumber start = ReadMap(pager_).start;
-  const PageEdit edit = pager_.Edit(kMapPage);
-  const Slot slot = DataPage(edit.bytes()).slot(kMapSlot);
-  if (page < start) throw Error(ErrorKind::kDamaged, "A page is not in the map of free pages");
-  const std::size_t at = kBitsAt + (page - start) / 8;
-  const MutableBytes row = edit.edit().subspan(slot.start, slot.size());
-  const auto bit = static_cast<std::uint8_t>(1U << ((page - start) % 8));
-  const std::uint8_t old = Load8(row, at);
-  Store8(row, at, static_cast<std::uint8_t>(free ? old | bit : old & ~bit));
+  const std::optional<Stretch> stretch = StretchFrom(page);
+  if (!stretch || !stretch->Holds(page)) {
+    throw Error(ErrorKind::kDamaged, "A page is not in the map of free pages");
+  }
+  const PageEdit edit = pager_.Edit(stretch->page.number());
+  SetPageBit(edit.edit().subspan(stretch->at, stretch->size), page - stretch->first, free);
 }
 
 void PageSpace::Free(PageNumber page) {
@@ -127,11 +217,8 @@ void PageSpace::Free(PageNumber page) {
 void PageSpace::FormatGlobalMap(MutableBytes page, std::size_t used) {
   DataPageEdit::Format(page, 1);
   std::array<std::uint8_t, kFreshMapSize> row{};
+  MarkBeyond(MutableBytes(row).subspan(kBitsAt), 0, static_cast<PageNumber>(used));
   DataPageEdit data(page);
-  std::fill(row.begin() + kBitsAt, row.end(), std::uint8_t{0xFF});
-  for (std::size_t i = 0; i < used; ++i) {
-    row[kBitsAt + i / 8] = static_cast<std::uint8_t>(row[kBitsAt + i / 8] & ~(1U << (i % 8)));
-  }
   data.Add(row, 0);
   row.fill(0);
   data.Add(row, 0);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <vector>
 
 #include "jet/page.h"
 #include "jet/page_ref.h"
@@ -8,18 +10,22 @@
 
 namespace kestro::jet {
 
-/// Which pages of the file are free: the bits of the global map, one a page, set = free.
+/// Which pages of the file are free: the bits of the global map, one a page, set = free. A row of page 1
+/// holds them; when they outgrow that page, they move to pages of their own and the row names these.
 class PageSpace {
  public:
   explicit PageSpace(Pager& pager) : pager_(pager) {}
 
-  /// The lowest free page, or a new one at the end of the file; all zeros. kFull when the map cannot grow.
+  /// The lowest free page, or a new one at the end of the file; all zeros. kFull at 2 GiB.
   [[nodiscard]] PageEdit Allocate();
 
   /// Its content stays until the page is used again.
   void Free(PageNumber page);
 
   [[nodiscard]] bool IsFree(PageNumber page) const;
+
+  /// The pages that hold the bits, apart from page 1.
+  [[nodiscard]] std::vector<PageNumber> OwnPages() const;
 
   /// Empty when this kind of global map can be changed.
   [[nodiscard]] const char* ReadOnlyReason() const;
@@ -31,8 +37,17 @@ class PageSpace {
   void Forget() { lowest_ = 0; }
 
  private:
-  PageNumber FindFree();
-  void Lengthen(PageNumber page);
+  struct Map;
+  struct Stretch;
+
+  [[nodiscard]] Map ReadMap() const;
+  [[nodiscard]] std::optional<Stretch> StretchFrom(PageNumber page) const;
+  [[nodiscard]] bool Covers(PageNumber page) const;
+  [[nodiscard]] PageNumber FindFree() const;
+  void Extend();
+  bool Lengthen();
+  void MakeReferenced();
+  void AddBitsPage(std::size_t position);
   void SetBit(PageNumber page, bool free);
 
   Pager& pager_;

@@ -78,6 +78,8 @@ class Pager {
   void Unmap(Frame& frame);
   void ReadFrame(Frame& frame);
   void Save(Frame& frame);
+  std::unique_ptr<PageBytes> CopyOf(const PageBytes& bytes);
+  void KeepRoom(Savepoint& released);
   void Restore(PageNumber page, const SavedPage& saved);
   void Discard(Frame& frame);
   void CutTo(PageNumber page_count);
@@ -103,6 +105,7 @@ class Pager {
   bool in_transaction_ = false;
   bool broken_ = false;  // a failed commit could not be undone: only opening anew helps
   std::vector<Savepoint> savepoints_;
+  std::vector<std::unique_ptr<PageBytes>> spare_;  // room of released savepoints, for the next one
   std::uint64_t next_savepoint_ = 1;
   std::size_t doomed_depth_ = 0;  // valid when doomed_: savepoints that were open
   bool doomed_ = false;

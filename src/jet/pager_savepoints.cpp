@@ -5,6 +5,11 @@
 #include "jet/pager.h"
 
 namespace kestro::jet {
+namespace {
+
+constexpr std::size_t kMostSparePages = 64;
+
+}  // namespace
 
 std::size_t Pager::BeginSavepoint() {
   RequireSound();
@@ -27,7 +32,23 @@ void Pager::Save(Frame& frame) {
   frame.saved_in = savepoint.id;
   if (frame.page >= savepoint.page_count) return;  // did not exist then
   const auto [place, added] = savepoint.pages.try_emplace(frame.page);
-  if (added && frame.dirty) place->second.content = std::make_unique<PageBytes>(frame.bytes);
+  if (added && frame.dirty) place->second.content = CopyOf(frame.bytes);
+}
+
+// A savepoint a row would take and give back the same few pages over and over.
+std::unique_ptr<PageBytes> Pager::CopyOf(const PageBytes& bytes) {
+  if (spare_.empty()) return std::make_unique<PageBytes>(bytes);
+  std::unique_ptr<PageBytes> copy = std::move(spare_.back());
+  spare_.pop_back();
+  *copy = bytes;
+  return copy;
+}
+
+void Pager::KeepRoom(Savepoint& released) {
+  for (auto& [page, saved] : released.pages) {
+    if (saved.content != nullptr && spare_.size() < kMostSparePages)
+      spare_.push_back(std::move(saved.content));
+  }
 }
 
 void Pager::ReleaseSavepoint(std::size_t depth) {
@@ -35,12 +56,14 @@ void Pager::ReleaseSavepoint(std::size_t depth) {
   while (savepoints_.size() > depth) {
     Savepoint inner = std::move(savepoints_.back());
     savepoints_.pop_back();
-    // What the outer one has kept itself is older.
-    if (savepoints_.empty()) continue;
-    Savepoint& outer = savepoints_.back();
-    for (auto& [page, saved] : inner.pages) {
-      if (page < outer.page_count) outer.pages.try_emplace(page, std::move(saved));
+    if (!savepoints_.empty()) {
+      // What the outer one has kept itself is older.
+      Savepoint& outer = savepoints_.back();
+      for (auto& [page, saved] : inner.pages) {
+        if (page < outer.page_count) outer.pages.try_emplace(page, std::move(saved));
+      }
     }
+    KeepRoom(inner);
   }
   if (doomed_) doomed_depth_ = std::min(doomed_depth_, savepoints_.size());
 }

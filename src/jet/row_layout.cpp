@@ -35,26 +35,40 @@ std::size_t FixedSize(ColumnType type) {
   }
 }
 
-RowLayout::RowLayout(ByteSpan row, bool has_variable) : row_(row) {
+RowLayout::RowLayout(ByteSpan row, bool has_variable) : row_(row), has_variable_(has_variable) {
   if (row.size() < kFixedAt) ThrowDamaged();
   columns_ = Load16(row, 0);
   const std::size_t mask_size = (columns_ + 7) / 8;
   if (columns_ > 0x100 || row.size() < kFixedAt + mask_size) ThrowDamaged();
   mask_at_ = row.size() - mask_size;
-  fixed_end_ = mask_at_;
-  if (!has_variable) return;
-  if (mask_at_ < kFixedAt + 4) ThrowDamaged();
-  starts_end_ = mask_at_ - 2;
-  variables_ = Load16(row, starts_end_);
-  if (variables_ > 0x100 || starts_end_ < kFixedAt + 2 * variables_ + 2) ThrowDamaged();
-  const std::size_t end_at = starts_end_ - 2 * variables_ - 2;
-  values_end_ = Load16(row, end_at);
-  if (values_end_ > end_at) ThrowDamaged();
-  fixed_end_ = variables_ == 0 ? values_end_ : Start(0);
-  if (fixed_end_ < kFixedAt || fixed_end_ > values_end_) ThrowDamaged();
 }
 
-std::size_t RowLayout::Start(std::size_t index) const { return Load16(row_, starts_end_ - 2 * (index + 1)); }
+// Looked at per column instead of once a row: most rows are asked for a single column.
+std::size_t RowLayout::variable_count() const {
+  if (!has_variable_) return 0;
+  if (mask_at_ < kFixedAt + 4) ThrowDamaged();
+  const std::size_t count = Load16(row_, mask_at_ - 2);
+  if (count > 0x100 || mask_at_ < kFixedAt + 2 * count + 4) ThrowDamaged();
+  return count;
+}
+
+std::size_t RowLayout::Start(std::size_t index) const { return Load16(row_, mask_at_ - 2 - 2 * (index + 1)); }
+
+std::size_t RowLayout::ValuesEnd(std::size_t count) const {
+  const std::size_t end_at = mask_at_ - 2 - 2 * count - 2;
+  const std::size_t end = Load16(row_, end_at);
+  if (end > end_at) ThrowDamaged();
+  return end;
+}
+
+std::size_t RowLayout::FixedEnd() const {
+  if (!has_variable_) return mask_at_;
+  const std::size_t count = variable_count();
+  const std::size_t values_end = ValuesEnd(count);
+  const std::size_t end = count == 0 ? values_end : Start(0);
+  if (end < kFixedAt || end > values_end) ThrowDamaged();
+  return end;
+}
 
 bool RowLayout::SpareBitsAreZero() const {
   return columns_ % 8 == 0 || (row_[row_.size() - 1] >> (columns_ % 8)) == 0;
@@ -63,15 +77,18 @@ bool RowLayout::SpareBitsAreZero() const {
 ByteSpan RowLayout::Fixed(const Column& column) const {
   const std::size_t size = FixedSize(column.type);
   const std::size_t start = kFixedAt + column.fixed_offset;
-  if (start > fixed_end_ || size > fixed_end_ - start) ThrowDamaged();
+  const std::size_t end = FixedEnd();
+  if (start > end || size > end - start) ThrowDamaged();
   return row_.subspan(start, size);
 }
 
 std::optional<ByteSpan> RowLayout::Variable(std::size_t index) const {
-  if (index >= variables_) return std::nullopt;
+  const std::size_t count = variable_count();
+  if (index >= count) return std::nullopt;
+  const std::size_t values_end = ValuesEnd(count);
   const std::size_t start = Start(index);
-  const std::size_t end = index + 1 < variables_ ? Start(index + 1) : values_end_;
-  if (start < kFixedAt || start > end || end > values_end_) ThrowDamaged();
+  const std::size_t end = index + 1 < count ? Start(index + 1) : values_end;
+  if (start < kFixedAt || start > end || end > values_end) ThrowDamaged();
   return row_.subspan(start, end - start);
 }
 

@@ -21,12 +21,14 @@ class RowLayout {
  public:
   RowLayout() = default;
 
-  /// Throws kDamaged when the counts do not fit the bytes. `has_variable`: the table has variable columns.
+  /// Throws kDamaged when the columns do not fit the bytes; the rest is looked at when it is asked for.
+  /// `has_variable`: the table has variable columns.
   RowLayout(ByteSpan row, bool has_variable);
 
   [[nodiscard]] ByteSpan bytes() const { return row_; }
   [[nodiscard]] std::size_t column_count() const { return columns_; }
-  [[nodiscard]] std::size_t variable_count() const { return variables_; }
+  /// Throws kDamaged when they do not fit the bytes.
+  [[nodiscard]] std::size_t variable_count() const;
 
   /// The bit of a column: not null, or of kBool the value. False when the row is older than the column.
   [[nodiscard]] bool Bit(std::size_t number) const {
@@ -36,6 +38,9 @@ class RowLayout {
   /// True when the bits behind the last column are all 0.
   [[nodiscard]] bool SpareBitsAreZero() const;
 
+  /// Throws kDamaged when the parts of the row do not fit together.
+  void Check() const { (void)FixedEnd(); }
+
   /// The stored bytes; nothing when null. Throws kDamaged when they are not inside the row.
   [[nodiscard]] std::optional<ByteSpan> Value(const Column& column) const;
 
@@ -43,14 +48,13 @@ class RowLayout {
   [[nodiscard]] ByteSpan Fixed(const Column& column) const;
   [[nodiscard]] std::optional<ByteSpan> Variable(std::size_t index) const;
   [[nodiscard]] std::size_t Start(std::size_t index) const;
+  [[nodiscard]] std::size_t ValuesEnd(std::size_t count) const;
+  [[nodiscard]] std::size_t FixedEnd() const;
 
   ByteSpan row_;
   std::size_t columns_ = 0;
-  std::size_t variables_ = 0;
-  std::size_t mask_at_ = 0;
-  std::size_t starts_end_ = 0;  // behind the starts: the number of them is there
-  std::size_t fixed_end_ = 0;
-  std::size_t values_end_ = 0;
+  std::size_t mask_at_ = 0;  // before it: the number of variable values, before that their starts
+  bool has_variable_ = false;
 };
 
 }  // namespace kestro::jet

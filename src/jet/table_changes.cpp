@@ -78,11 +78,9 @@ void Table::RemoveLongValue(std::size_t column, ByteSpan stored) {
 // Returns whether the key is a new one.
 bool Table::AddEntry(std::size_t position, IndexKey& key, RowId id) {
   const RealIndex& index = definition_.real_indexes[position];
-  IndexTree tree(*storage_, definition_, index);
-  const bool fresh = index.IsUnique() || !tree.HasKey(key.bytes());
   key.AppendRow(id);
-  tree.Insert(key.bytes());
-  return fresh;
+  const bool alone = IndexTree(*storage_, definition_, index).Insert(key.bytes());
+  return alone || index.IsUnique();
 }
 
 void Table::RemoveEntry(std::size_t position, IndexKey& key, RowId id) {

@@ -1,35 +1,15 @@
 #include "jet/usage_map.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "jet/data_page.h"
 #include "jet/error.h"
+#include "jet/page_bits.h"
 
 namespace kestro::jet {
 namespace {
 
 constexpr std::size_t kInlineBitsAt = 5;
-constexpr std::size_t kPageBitsAt = 4;
-constexpr PageNumber kBitsPerPage = (kPageSize - kPageBitsAt) * 8;
-
-// The first set bit at or behind `from`; `bytes` start with bit 0.
-std::optional<PageNumber> FindBit(ByteSpan bytes, PageNumber from) {
-  const auto end = static_cast<PageNumber>(bytes.size() * 8);
-  while (from < end) {
-    const auto rest = static_cast<std::uint8_t>(bytes[from / 8] >> (from % 8));
-    if (rest != 0) return from + static_cast<PageNumber>(std::countr_zero(rest));
-    from += 8 - from % 8;
-    while (from + 64 <= end && Load64(bytes, from / 8) == 0) from += 64;
-  }
-  return std::nullopt;
-}
-
-void SetBit(MutableBytes bytes, PageNumber bit, bool value) {
-  const std::uint8_t old = Load8(bytes, bit / 8);
-  const auto mask = static_cast<std::uint8_t>(1U << (bit % 8));
-  Store8(bytes, bit / 8, static_cast<std::uint8_t>(value ? old | mask : old & ~mask));
-}
 
 [[noreturn]] void ThrowDamaged() { throw Error(ErrorKind::kDamaged, "A usage map has an unknown form"); }
 
@@ -45,12 +25,6 @@ UsageMap::Row UsageMap::ReadRow() const {
   return row;
 }
 
-PageRef UsageMap::ReadBits(PageNumber page) const {
-  PageRef bits = pager_->Read(page);
-  if (!bits.Is(PageType::kUsageMap)) ThrowDamaged();
-  return bits;
-}
-
 std::optional<PageNumber> UsageMap::Next(PageNumber from) const {
   if (where_.IsNone()) return std::nullopt;
   const Row row = ReadRow();
@@ -61,7 +35,7 @@ std::optional<PageNumber> UsageMap::Next(PageNumber from) const {
 
 std::optional<PageNumber> UsageMap::NextInline(const Row& row, PageNumber from) const {
   const PageNumber start = Load32(row.bytes, 1);
-  const auto bit = FindBit(row.bytes.subspan(kInlineBitsAt), from > start ? from - start : 0);
+  const auto bit = FindPageBit(row.bytes.subspan(kInlineBitsAt), from > start ? from - start : 0);
   return bit ? std::optional(start + *bit) : std::nullopt;
 }
 
@@ -71,8 +45,8 @@ std::optional<PageNumber> UsageMap::NextReferenced(const Row& row, PageNumber fr
     const PageNumber bits_page = Load32(row.bytes, 1 + 4 * k);
     if (base >= kMostPages) break;
     if (bits_page == 0) continue;
-    const PageRef bits = ReadBits(bits_page);
-    if (const auto bit = FindBit(bits.bytes().subspan(kPageBitsAt), from > base ? from - base : 0)) {
+    const PageRef bits = ReadBitsPage(*pager_, bits_page);
+    if (const auto bit = FindPageBit(bits.bytes().subspan(kPageBitsAt), from > base ? from - base : 0)) {
       return base + *bit;
     }
   }
@@ -118,7 +92,7 @@ bool UsageMap::AddInline(const Row& row, PageNumber page) {
   const std::size_t bits = (row.bytes.size() - kInlineBitsAt) * 8;
   if (page < start || page - start >= bits) return false;
   const PageEdit edit = pager_->Edit(where_.page);
-  SetBit(EditRow(edit).subspan(kInlineBitsAt), page - start, true);
+  SetPageBit(EditRow(edit).subspan(kInlineBitsAt), page - start, true);
   return true;
 }
 
@@ -148,9 +122,9 @@ void UsageMap::AddReferenced(PageSpace& space, PageNumber page) {
     const PageEdit edit = pager_->Edit(where_.page);
     Store32(EditRow(edit), at, bits_page);
   }
-  (void)ReadBits(bits_page);
+  (void)ReadBitsPage(*pager_, bits_page);
   const PageEdit bits = pager_->Edit(bits_page);
-  SetBit(bits.edit().subspan(kPageBitsAt), page % kBitsPerPage, true);
+  SetPageBit(bits.edit().subspan(kPageBitsAt), page % kBitsPerPage, true);
 }
 
 void UsageMap::Remove(PageNumber page) {
@@ -158,11 +132,11 @@ void UsageMap::Remove(PageNumber page) {
   const Row row = ReadRow();
   if (row.IsInline()) {
     const PageEdit edit = pager_->Edit(where_.page);
-    SetBit(EditRow(edit).subspan(kInlineBitsAt), page - Load32(row.bytes, 1), false);
+    SetPageBit(EditRow(edit).subspan(kInlineBitsAt), page - Load32(row.bytes, 1), false);
     return;
   }
   const PageEdit bits = pager_->Edit(Load32(row.bytes, 1 + 4 * (page / kBitsPerPage)));
-  SetBit(bits.edit().subspan(kPageBitsAt), page % kBitsPerPage, false);
+  SetPageBit(bits.edit().subspan(kPageBitsAt), page % kBitsPerPage, false);
 }
 
 }  // namespace kestro::jet

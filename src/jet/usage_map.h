@@ -44,7 +44,6 @@ class UsageMap {
   [[nodiscard]] Row ReadRow() const;
   [[nodiscard]] std::optional<PageNumber> NextInline(const Row& row, PageNumber from) const;
   [[nodiscard]] std::optional<PageNumber> NextReferenced(const Row& row, PageNumber from) const;
-  [[nodiscard]] PageRef ReadBits(PageNumber page) const;
   [[nodiscard]] MutableBytes EditRow(const PageEdit& edit) const;
   bool AddInline(const Row& row, PageNumber page);
   void MakeReferenced(PageSpace& space);

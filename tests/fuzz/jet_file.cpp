@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "jet/checker.h"
+#include "jet/data_page.h"
 #include "jet/database.h"
 #include "jet/error.h"
 #include "jet/journal.h"
@@ -88,11 +89,28 @@ std::vector<Value> Row(std::int64_t number, std::size_t length) {
   return {Null(), number, std::string(length % 50, 'n'), true, std::string(length, 'm'), Blob(length / 2)};
 }
 
+// Fills the page of the map of free pages, so that the map needs pages of its own.
+void CrampMap(Database& database) {
+  database.Begin();
+  {
+    const PageEdit page = database.storage().pager.Edit(1);
+    DataPageEdit data(page.edit());
+    (void)data.Resize(0, 9);
+    const MutableBytes other = data.Resize(1, data.view().row(1).size() + data.view().ComputeFree());
+    for (std::uint8_t& byte : other) byte = 0;
+    const MutableBytes row = page.edit().subspan(data.view().slot(0).start, 9);
+    for (std::uint8_t& byte : row) byte = 0;
+    Store16(row, 7, 0xFFFF);  // pages 0 to 15 are used
+  }
+  database.Commit();
+}
+
 // A file with every kind of page: `rows` decides how high the indexes are.
-Bytes MakeFile(int rows) {
+Bytes MakeFile(int rows, bool cramped = false) {
   Layer layer;
   {
     const auto database = Database::Create(layer, kName);
+    if (cramped) CrampMap(*database);
     Transaction transaction(*database);
     const auto table = database->CreateTable(Design("T"));
     std::vector<RowId> ids;
@@ -110,7 +128,8 @@ Bytes MakeFile(int rows) {
 
 const Bytes& SomeFile(std::size_t choice) {
   static const std::vector<Bytes> files{MakeFile(0), MakeFile(30), MakeFile(450)};
-  return files[choice % files.size()];
+  static const Bytes other_map = MakeFile(160, true);
+  return choice >= 0xC0 ? other_map : files[choice % files.size()];
 }
 
 void ApplyChanges(const std::uint8_t* data, std::size_t size, Bytes& file) {

@@ -26,10 +26,12 @@ std::unique_ptr<MemoryFileLayer> Prepared() {
   const auto table = database->CreateTable(ContactsDesign());
   for (int i = 0; i < kRowsBefore; ++i) table->Insert(Row(i % 5, 10, i % 50 == 0 ? 5000 : 20));
   transaction.Commit();
+  CrampMapOfFreePages(*database);
   return layer;
 }
 
-// Splits the roots, moves a row, writes and frees chains, empties a page, creates a table.
+// Splits the roots, moves a row, writes and frees chains, empties a page, creates a table, and outgrows the
+// map of free pages.
 void RunTransaction(MemoryFileLayer& layer) {
   const auto database = Database::Open(layer, kDatabase, OpenMode::kReadWrite, FixedTime());
   const auto table = database->OpenTable("Contacts");
@@ -41,6 +43,7 @@ void RunTransaction(MemoryFileLayer& layer) {
   table->Update(ids[7], longer);
   for (std::size_t i = 50; i < 130; ++i) table->Delete(ids[i]);
   database->CreateTable({"Second", {{.name = "Id"}}, {}});
+  table->Insert(Row(3, 20, 70'000));
   transaction.Commit();
 }
 
@@ -67,6 +70,7 @@ Outcomes FindOutcomes(std::size_t& operations) {
   // The transaction is the one it is meant to be.
   const PageNumber root = database->OpenTable("Contacts")->definition().real_indexes[0].root;
   EXPECT_EQ((*layer->Content(kDatabase))[root * kPageSize], static_cast<int>(PageType::kIndexNode));
+  EXPECT_EQ(database->storage().space.OwnPages().size(), 1U);
   outcomes.after = Dump(*database);
   return outcomes;
 }

@@ -37,6 +37,7 @@ class ModelTest : public testing::Test {
     database_->CreateTable(ContactsDesign());
     transaction.Commit();
     table_ = database_->OpenTable("Contacts");
+    CrampMapOfFreePages(*database_);
     Begin();
   }
 
@@ -272,6 +273,7 @@ TEST_F(ModelTest, DoesWhatAMapDoes) {
     if (i % kOperationsBetweenChecks == 0 || i == operations) CompareAll();
     if (HasFailure()) std::printf("after %zu operations\n", i);
   }
+  EXPECT_EQ(database_->storage().space.OwnPages().size(), 1U);
 }
 
 }  // namespace

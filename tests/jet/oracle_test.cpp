@@ -114,6 +114,7 @@ TableDesign OracleDesign(const std::string& name) {
 TEST_F(OracleTest, AnotherReaderFindsTheSame) {
   std::mt19937 random(7);
   std::map<std::string, std::vector<Value>> rows;  // by number
+  CrampMapOfFreePages(*database_);
   database_->Begin();
   const auto table = database_->CreateTable(OracleDesign("Contacts"));
   database_->CreateTable(OracleDesign("Leere Tabelle"));
@@ -145,6 +146,7 @@ TEST_F(OracleTest, AnotherReaderFindsTheSame) {
   }
   database_->Commit();
   ExpectClean(*database_);
+  EXPECT_EQ(database_->storage().space.OwnPages().size(), 1U);
   database_.reset();
 
   const CommandOutput tables = RunCommand("mdb-tables -1 '" + path_ + "'");
