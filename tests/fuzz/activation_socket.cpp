@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "adapters/posix/local_socket.h"
+#include "core/dial_link.h"
 #include "fuzz/poll_once.h"
 #include "fuzz/property.h"
 #include "unit/support/temporary_folder.h"
@@ -15,31 +16,35 @@ namespace {
 
 using kestro::fuzz::Require;
 
+using Request = kestro::adapters::ActivationSocket::Request;
+
 class Server {
  public:
-  int Send(std::string_view text) {
-    activations_ = 0;
+  /// What the message asked for; nothing when it was dropped.
+  std::optional<Request> Send(std::string_view text) {
+    request_.reset();
     const kestro::adapters::FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     const sockaddr_un address = kestro::adapters::SocketAddress(path_);
     const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
     static_cast<void>(::sendto(socket.get(), text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT, generic,
                                sizeof(address)));
     loop_.Run();
-    return activations_;
+    return request_;
   }
-  int Activate() {
-    activations_ = 0;
+  bool Activate() {
+    request_.reset();
     Require(kestro::adapters::RequestActivation(path_), "nobody listens");
     loop_.Run();
-    return activations_;
+    return request_ && !request_->number;
   }
 
  private:
   kestro::test_support::TemporaryFolder folder_;
   std::string path_ = folder_.File("activate.sock").string();
   kestro::fuzz::PollOnce loop_;
-  int activations_ = 0;
-  kestro::adapters::ActivationSocket socket_{loop_, path_, [this] { ++activations_; }};
+  std::optional<Request> request_;
+  kestro::adapters::ActivationSocket socket_{loop_, path_,
+                                             [this](const Request& request) { request_ = request; }};
 };
 
 }  // namespace
@@ -47,8 +52,12 @@ class Server {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static Server server;  // one for all inputs: what an input leaves behind shows at the next one
   const std::string_view text = kestro::fuzz::TextOf(data, size);
-  Require(server.Send(text) == (text == "activate" ? 1 : 0),
-          "another message activates, or this one does not");
-  Require(server.Activate() == 1, "the message is not heard any more");
+  const auto request = server.Send(text);
+  Require(text != "activate" || (request && !request->number), "the message does not activate");
+  if (request && !request->number) Require(text == "activate", "another message activates");
+  if (request && request->number && !request->number->empty()) {
+    Require(kestro::core::IsLinkNumber(*request->number), "something else than a number is to be dialled");
+  }
+  Require(server.Activate(), "the message is not heard any more");
   return 0;
 }

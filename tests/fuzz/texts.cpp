@@ -22,7 +22,7 @@ const kestro::adapters::IconvCodePage& CodePage() {
 
 void CheckConversion(std::string_view bytes) {
   const std::string text = CodePage().ToText(bytes);
-  Require(kestro::adapters::IsUtf8(text), "a text that is not UTF-8");
+  Require(kestro::base::IsUtf8(text), "a text that is not UTF-8");
   Require(base::CharacterCount(text) == bytes.size(), "not one character a byte");
   Require(CodePage().FromText(text).size() == bytes.size(), "not one byte a character");
   Require(CodePage().FromText(bytes).size() == base::CharacterCount(bytes),
@@ -36,8 +36,8 @@ void CheckCharacters(std::string_view text) {
   for (; position < text.size(); ++count) base::AppendCharacter(copy, base::NextCharacter(text, position));
   Require(position == text.size() && count == base::CharacterCount(text),
           "characters that are counted otherwise");
-  Require(kestro::adapters::IsUtf8(copy), "a copy that is not UTF-8");
-  if (kestro::adapters::IsUtf8(text)) Require(copy == text, "a copy that differs");
+  Require(kestro::base::IsUtf8(copy), "a copy that is not UTF-8");
+  if (kestro::base::IsUtf8(text)) Require(copy == text, "a copy that differs");
   for (const std::size_t first : {std::size_t{0}, count / 2, count, count + 1}) {
     const auto part = base::FirstCharacters(text, first);
     Require(base::CharacterCount(part) == std::min(first, count), "another number of characters");
