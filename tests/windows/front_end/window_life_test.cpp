@@ -1,3 +1,4 @@
+#include "adapters/win32/front_end/native_text.h"
 #include "adapters/win32/front_end/win32_foreground_windows.h"
 #include "adapters/win32/front_end/win32_message_boxes.h"
 #include "base/runtime_error.h"
@@ -29,6 +30,33 @@ TEST_F(Win32WindowLife, AModalWindowIsTheOnlyOneThatCanBeUsed) {
   EXPECT_EQ(modal.events, (Events{"activate", "cmdOk"}));
   EXPECT_TRUE(driver_.Click(behind, behind.cmdOk));
   EXPECT_TRUE(driver_.Click(appears, appears.cmdOk));
+}
+
+/// A start loads windows that nobody may ever look at.
+TEST_F(Win32WindowLife, ALoadedFormCostsNoNativeWindowUntilItIsSeen) {
+  const auto native_windows = [] {
+    int count = 0;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM counter) -> BOOL {
+          wchar_t name[32]{};
+          GetClassNameW(window, name, static_cast<int>(std::size(name)));
+          if (std::wstring_view(name) == L"KestroWindow") ++*reinterpret_cast<int*>(counter);
+          return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&count));
+    return count;
+  };
+  SampleForm form(host_);
+  form.Load();
+  form.SetCaption("Changed");
+  form.txtName.SetText("before");
+  form.Hide();
+  EXPECT_EQ(native_windows(), 0);
+  form.Show();
+  EXPECT_EQ(native_windows(), 1);
+  EXPECT_EQ(driver_.Read(form).caption, "Changed");
+  EXPECT_EQ(adapters::win32::TextOf(NativeOf(form.txtName)), L"before");
 }
 
 TEST_F(Win32WindowLife, TheEndOfTheProcessEndsEveryLoop) {

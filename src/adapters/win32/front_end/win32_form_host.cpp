@@ -19,11 +19,13 @@ Win32FormHost::Win32FormHost(Win32EventBoundary& boundary, PathTranslator native
 
 Win32FormHost::~Win32FormHost() {
   boundary_.SetFilter({});
-  for (const auto& [form, window] : windows_) window->Detach();
+  for (const auto& [form, loaded] : windows_) {
+    if (loaded.window) loaded.window->Detach();
+  }
 }
 
 forms::WindowHandle Win32FormHost::Load(Form& form) {
-  windows_[&form] = MakeWindow(form, ++last_handle_);
+  windows_[&form] = {&form, ++last_handle_, nullptr};
   return last_handle_;
 }
 
@@ -35,8 +37,9 @@ std::unique_ptr<win32::Window> Win32FormHost::MakeWindow(Form& form, forms::Wind
 void Win32FormHost::Unload(Form& form) {
   const auto found = windows_.find(&form);
   if (found == windows_.end()) return;
-  std::unique_ptr<win32::Window> window = std::move(found->second);
+  std::unique_ptr<win32::Window> window = std::move(found->second.window);
   windows_.erase(found);
+  if (!window) return;
   LeaveModal(*window);
   Leave(*window);
   {
@@ -70,7 +73,7 @@ void Win32FormHost::Show(Form& form) {
 }
 
 void Win32FormHost::Hide(Form& form) {
-  win32::Window* window = Window(form);
+  win32::Window* window = Made(form);
   if (window == nullptr) return;
   LeaveModal(*window);
   Leave(*window);
@@ -100,7 +103,7 @@ void Win32FormHost::TakeOffScreen(win32::Window& window, bool tell) {
 
 void Win32FormHost::EnterModal(win32::Window& window, const Form* owner) {
   // A window stays above its owner; without a given one it belongs to the window in front.
-  const win32::Window* below = owner == nullptr ? nullptr : Window(*owner);
+  const win32::Window* below = owner == nullptr ? nullptr : Made(*owner);
   if (below == nullptr && !shown_.empty() && shown_.back() != &window) below = shown_.back();
   const bool can_own =
       below != nullptr && IsWindowVisible(below->window()) != 0 && IsIconic(below->window()) == 0;
@@ -108,9 +111,11 @@ void Win32FormHost::EnterModal(win32::Window& window, const Form* owner) {
   SetWindowLongPtrW(window.window(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(parent));
   Modal modal{&window, {}};
   for (const auto& [form, other] : windows_) {
-    if (other.get() == &window || IsWindowEnabled(other->window()) == 0) continue;
-    EnableWindow(other->window(), FALSE);
-    modal.disabled.push_back(other->window());
+    if (!other.window || other.window.get() == &window) continue;
+    const HWND native = other.window->window();
+    if (IsWindowEnabled(native) == 0) continue;
+    EnableWindow(native, FALSE);
+    modal.disabled.push_back(native);
   }
   EnableWindow(window.window(), TRUE);
   modal_.push_back(std::move(modal));
@@ -138,7 +143,7 @@ void Win32FormHost::ShowModal(Form& form, Form* owner) {
     Win32FormHost& host;
     Form& form;
     ~Scope() {
-      if (const win32::Window* left = host.Window(form)) host.LeaveModal(*left);
+      if (const win32::Window* left = host.Made(form)) host.LeaveModal(*left);
     }
   };
   const Scope scope{*this, form};
@@ -150,15 +155,15 @@ void Win32FormHost::ShowModal(Form& form, Form* owner) {
 
 void Win32FormHost::WindowChanged(Form& form) {
   const base::ScopeValue rearranging(rearranging_, true);
-  if (win32::Window* window = Window(form)) window->SyncWindow();
+  if (win32::Window* window = Made(form)) window->SyncWindow();
 }
 
 void Win32FormHost::ControlChanged(Form& form, forms::Control& control) {
-  if (win32::Window* window = Window(form)) window->SyncControl(control);
+  if (win32::Window* window = Made(form)) window->SyncControl(control);
 }
 
 void Win32FormHost::MenuChanged(Form& form, forms::MenuItem& parent) {
-  if (win32::Window* window = Window(form)) window->SyncMenu(parent);
+  if (win32::Window* window = Made(form)) window->SyncMenu(parent);
 }
 
 void Win32FormHost::FocusControl(Form& form, forms::Control& control) {
@@ -166,9 +171,9 @@ void Win32FormHost::FocusControl(Form& form, forms::Control& control) {
 }
 
 void Win32FormHost::PopupMenu(Form& form, forms::MenuItem& menu) {
-  const win32::Window* window = Window(form);
-  if (window == nullptr || !Window(form)->menus().Knows(menu)) return;
-  const HMENU popup = Window(form)->menus().Menu(menu);
+  win32::Window* window = Window(form);
+  if (window == nullptr || !window->menus().Knows(menu)) return;
+  const HMENU popup = window->menus().Menu(menu);
   if (popup == nullptr || GetMenuItemCount(popup) == 0) return;
   POINT pointer{};
   GetCursorPos(&pointer);
@@ -206,18 +211,28 @@ void Win32FormHost::DoEvents() {
   boundary_.ThrowIfEnded();
 }
 
-win32::Window* Win32FormHost::Window(const Form& form) const {
+win32::Window* Win32FormHost::Made(const Form& form) const {
   const auto found = windows_.find(&form);
-  return found == windows_.end() ? nullptr : found->second.get();
+  return found == windows_.end() ? nullptr : found->second.window.get();
 }
 
-win32::Window* Win32FormHost::Window(forms::WindowHandle handle) const {
+win32::Window* Win32FormHost::Make(Loaded& loaded) {
+  if (!loaded.window) loaded.window = MakeWindow(*loaded.form, loaded.handle);
+  return loaded.window.get();
+}
+
+win32::Window* Win32FormHost::Window(const Form& form) {
+  const auto found = windows_.find(&form);
+  return found == windows_.end() ? nullptr : Make(found->second);
+}
+
+win32::Window* Win32FormHost::Window(forms::WindowHandle handle) {
   const auto found = std::find_if(windows_.begin(), windows_.end(),
-                                  [&](const auto& entry) { return entry.second->handle() == handle; });
-  return found == windows_.end() ? nullptr : found->second.get();
+                                  [&](const auto& entry) { return entry.second.handle == handle; });
+  return found == windows_.end() ? nullptr : Make(found->second);
 }
 
-HWND Win32FormHost::NativeHandle(forms::WindowHandle handle) const {
+HWND Win32FormHost::NativeHandle(forms::WindowHandle handle) {
   const win32::Window* window = Window(handle);
   return window == nullptr ? nullptr : window->window();
 }
@@ -256,8 +271,8 @@ std::string Win32FormHost::NativePath(const std::string& system_path) const {
 bool Win32FormHost::FilterKey(const MSG& message) const {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   const HWND top = GetAncestor(message.hwnd, GA_ROOT);
-  for (const auto& [form, window] : windows_) {
-    if (window->window() == top) return window->FilterKey(message);
+  for (const auto& [form, loaded] : windows_) {
+    if (loaded.window && loaded.window->window() == top) return loaded.window->FilterKey(message);
   }
   return false;
 }

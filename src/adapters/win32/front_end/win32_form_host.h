@@ -51,11 +51,12 @@ class Win32FormHost final : public forms::FormHost, private win32::WindowListene
 
   /// A window of the form that is not managed here: to look at one that is not loaded.
   [[nodiscard]] std::unique_ptr<win32::Window> MakeWindow(forms::Form& form, forms::WindowHandle handle = 0);
-  /// nullptr for a form that is not loaded.
-  [[nodiscard]] win32::Window* Window(const forms::Form& form) const;
-  [[nodiscard]] win32::Window* Window(forms::WindowHandle handle) const;
+  /// The form's window, which is made now if it has not been needed yet; nullptr for a form that is not
+  /// loaded. Throws std::system_error when the system cannot make it.
+  [[nodiscard]] win32::Window* Window(const forms::Form& form);
+  [[nodiscard]] win32::Window* Window(forms::WindowHandle handle);
   /// The system's handle of that window, nullptr when there is none.
-  [[nodiscard]] HWND NativeHandle(forms::WindowHandle handle) const;
+  [[nodiscard]] HWND NativeHandle(forms::WindowHandle handle);
   /// The program's window in front, 0 when none is shown.
   [[nodiscard]] forms::WindowHandle FrontWindow() const;
   /// Puts a shown window in front of the others; false when it is not shown.
@@ -63,6 +64,13 @@ class Win32FormHost final : public forms::FormHost, private win32::WindowListene
   [[nodiscard]] Win32EventBoundary& boundary() { return boundary_; }
 
  private:
+  /// A loaded form. Most forms are loaded long before anybody sees them, many are never seen: the native
+  /// controls are made when the window is first needed.
+  struct Loaded {
+    forms::Form* form;
+    forms::WindowHandle handle;
+    std::unique_ptr<win32::Window> window;
+  };
   /// A window that waits as the only one that can be used.
   struct Modal {
     win32::Window* window;
@@ -75,6 +83,9 @@ class Win32FormHost final : public forms::FormHost, private win32::WindowListene
   [[nodiscard]] forms::Pointer pointer() const override { return pointer_; }
   void MenuWaits() override;
 
+  /// nullptr as long as the form's window has not been made.
+  [[nodiscard]] win32::Window* Made(const forms::Form& form) const;
+  win32::Window* Make(Loaded& loaded);
   [[nodiscard]] bool FilterKey(const MSG& message) const;
   void PutOnScreen(win32::Window& window, bool activate);
   /// `tell`: the window that is in front afterwards learns it.
@@ -92,7 +103,7 @@ class Win32FormHost final : public forms::FormHost, private win32::WindowListene
   std::optional<forms::ScreenSize> fixed_screen_;
   forms::Pointer pointer_ = forms::Pointer::kDefault;
   forms::WindowHandle last_handle_ = 0;
-  std::map<const forms::Form*, std::unique_ptr<win32::Window>> windows_;
+  std::map<const forms::Form*, Loaded> windows_;
   std::vector<std::unique_ptr<win32::Window>> unloaded_;
   std::vector<win32::Window*> shown_;  // from the back to the front
   std::vector<Modal> modal_;           // from the outer to the inner
