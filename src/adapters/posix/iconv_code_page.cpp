@@ -36,10 +36,15 @@ void ConvertRun(iconv_t converter, std::string_view& input, std::string& output)
   }
 }
 
-/// Where the first of the tag characters U+E0000 to U+E007F may begin: glibc's
+/// Where the first of the tag characters U+E0000 to U+E007F may begin, the length when there is none: glibc's
 /// converters leave them out without a word.
 std::size_t FindTag(std::string_view text) {
-  return std::min(text.find("\xF3\xA0\x80"), text.find("\xF3\xA0\x81"));
+  constexpr std::string_view kStart = "\xF3\xA0";
+  for (std::size_t place = text.find(kStart); place < text.size(); place = text.find(kStart, place + 1)) {
+    const std::string_view next = text.substr(place + kStart.size(), 1);
+    if (next == "\x80" || next == "\x81") return place;
+  }
+  return text.size();
 }
 
 }  // namespace
@@ -79,18 +84,25 @@ std::string IconvCodePage::ToText(std::string_view bytes) const {
 std::string IconvCodePage::FromText(std::string_view text) const {
   std::string bytes;
   bytes.reserve(text.size());
-  while (true) {
-    std::string_view run = text.substr(0, FindTag(text));
-    const std::size_t length = run.size();
-    ConvertRun(from_text_.get(), run, bytes);
-    text.remove_prefix(length - run.size());
-    if (text.empty()) return bytes;
-    std::size_t position = 0;
-    const char32_t character = base::NextCharacter(text, position);
-    text.remove_prefix(position);
-    const bool stands_for_byte = character < has_character_.size() && !has_character_[character];
-    bytes.push_back(stands_for_byte ? static_cast<char>(character) : '?');
+  while (!text.empty()) {
+    std::string_view stretch = text.substr(0, FindTag(text));
+    text.remove_prefix(stretch.size());
+    while (true) {
+      ConvertRun(from_text_.get(), stretch, bytes);
+      if (stretch.empty()) break;
+      ConvertOther(stretch, bytes);
+    }
+    if (!text.empty()) ConvertOther(text, bytes);
   }
+  return bytes;
+}
+
+void IconvCodePage::ConvertOther(std::string_view& text, std::string& bytes) const {
+  std::size_t position = 0;
+  const char32_t character = base::NextCharacter(text, position);
+  text.remove_prefix(position);
+  const bool stands_for_byte = character < has_character_.size() && !has_character_[character];
+  bytes.push_back(stands_for_byte ? static_cast<char>(character) : '?');
 }
 
 }  // namespace kestro::adapters

@@ -31,6 +31,8 @@ class IconvCodePage final : public ports::AnsiCodePage {
   using Converter = std::unique_ptr<void, Closer>;
 
   static Converter Open(const std::string& to, const std::string& from);
+  /// Moves the text's first character, which the converter does not take, over to the bytes.
+  void ConvertOther(std::string_view& text, std::string& bytes) const;
 
   Converter to_text_;
   Converter from_text_;
