@@ -46,6 +46,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   endif()
 endif()
 
+# Test code takes longer to optimise than it ever runs; what it tests is optimised as it is delivered.
+add_library(kestro_test_code INTERFACE)
+target_compile_options(kestro_test_code INTERFACE -O0 -U_FORTIFY_SOURCE)
+
 # No path of the building machine ends up in a program or in a message (debug information keeps it).
 add_compile_options("-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=")
 

@@ -39,7 +39,7 @@ elseif(KESTRO_WINDOWS_TESTS)
   target_include_directories(windows-tests PRIVATE "${CMAKE_SOURCE_DIR}/tests"
                                                    "${CMAKE_SOURCE_DIR}/tests/windows/front_end")
   target_link_libraries(windows-tests PRIVATE kestro_win32 kestro_headless kestro_sqlite kestro_jetfile kestro kestro_warnings
-                                              GTest::gmock GTest::gtest_main)
+                                              kestro_test_code GTest::gmock GTest::gtest_main)
   # The texts and the manifest are the program's own.
   target_sources(windows-tests PRIVATE "${CMAKE_SOURCE_DIR}/src/programs/cti-windows/text_catalogue.cpp")
   kestro_windows_resources(windows-tests DESCRIPTION "Tests of KESTRO CTI")
