@@ -177,7 +177,10 @@ Application::Application(const Ports& ports) : modules_(std::make_unique<Modules
 
 Application::~Application() { modules_->ports.notification_area.SetCallback({}); }
 
-void Application::Start() { modules_->main_form.Load(); }
+void Application::Start() {
+  modules_->main_form.Load();
+  modules_->link_dialling.AskAfterStart();
+}
 
 void Application::Activate() {
   if (!modules_->flags.ModalDialogOpen) modules_->main_form.BringUp();

@@ -21,14 +21,15 @@ class Application {
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
-  /// The program's start-up, to the point where it waits for events.
+  /// The program's start-up, to the point where it waits for events; then the
+  /// question about a link that came meanwhile.
   /// base::ProcessEnded comes through when the start ends the process.
   void Start();
   /// A second start of the program asks this one to come to the front.
   void Activate();
   /// A link that asks for a call was opened: its number (see core/dial_link.h), or
-  /// nothing when it holds none. The user is asked first. Before the start has come
-  /// to its end it must not be called.
+  /// nothing when it holds none. The user is asked first; before the start has come
+  /// to its end the last link waits for that.
   void DialLink(std::string_view number);
   /// Ends the application in order (session end, SIGTERM): line closed, windows
   /// unloaded, icon removed. Ends in base::ProcessEnded.

@@ -44,8 +44,8 @@ struct ControlReading {
   std::optional<std::string> typed = {};         // field of an editable list
   std::optional<GridReading> grid = {};          // of a grid
   std::optional<ProgressReading> progress = {};  // of a progress bar
-  std::vector<int> hidden_buttons = {};          // of a tool bar, numbered from 1, without the gaps
-  std::vector<int> disabled_buttons = {};        // of those that are shown
+  std::vector<int> hidden_buttons = {};          // and gaps of a tool bar, numbered from 1
+  std::vector<int> disabled_buttons = {};        // of those that are shown, without the gaps
 
   friend bool operator==(const ControlReading&, const ControlReading&) = default;
 };

@@ -1,11 +1,17 @@
 #include "management/link_dialling.h"
 
+#include <utility>
+
 #include "base/scope_value.h"
 #include "core/dial_link.h"
 
 namespace kestro::management {
 
 void LinkDialling::DialLink(std::string_view number) {
+  if (!started_) {
+    waiting_ = number;
+    return;
+  }
   procedure_.Outermost(
       "DialLink",
       [&] {
@@ -14,6 +20,11 @@ void LinkDialling::DialLink(std::string_view number) {
         AskAndDial(number);
       },
       [&](const base::RuntimeError&) { needs_.messages.Notice("285"); });
+}
+
+void LinkDialling::AskAfterStart() {
+  started_ = true;
+  if (const auto number = std::exchange(waiting_, std::nullopt)) DialLink(*number);
 }
 
 void LinkDialling::AskAndDial(std::string_view number) {

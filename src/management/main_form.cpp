@@ -41,7 +41,6 @@ void frmMainForm::LayOut() {
   FilterFrame.Place(lblNote, {1, 2});
   FilterFrame.Place(txtNote, {1, 3});
   FilterFrame.Place(btnSearchAll, {1, 4});
-  FilterFrame.GrowColumn(1);
   txtName.SetNamedBy(lblClassNameName);
   txtCompany.SetNamedBy(lblCompany);
   txtCity.SetNamedBy(lblCity);

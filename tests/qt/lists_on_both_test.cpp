@@ -78,6 +78,7 @@ TEST_F(Lists, DisabledAndHiddenOnesAreRefused) {
                form.grid.SetEnabled(false);
                form.tools.SetItemEnabled(2, false);
                form.tools.SetItemVisible(3, false);
+               form.tools.SetItemVisible(6, false);  // a gap
              }),
           Row("row of a disabled grid", 0),
           Row("beside", -1),

@@ -7,15 +7,21 @@
 #include <fstream>
 #include <functional>
 #include <optional>
+#include <thread>
 
 #include <gtest/gtest.h>
 
+#include "adapters/win32/clipboard.h"
 #include "adapters/win32/code_page.h"
+#include "adapters/win32/event_poster.h"
+#include "adapters/win32/file_dialogs.h"
 #include "adapters/win32/instance_mutex.h"
 #include "adapters/win32/notification_record.h"
 #include "adapters/win32/registry_settings.h"
+#include "adapters/win32/wide_text.h"
 #include "adapters/win32/win32_file_system.h"
 #include "base/runtime_error.h"
+#include "windows/support/running_program.h"
 #include "windows/support/test_user.h"
 
 namespace kestro::adapters {
@@ -105,8 +111,78 @@ TEST(SecondStarts, OnlyNumbersOfLinksAreTaken) {
     EXPECT_FALSE(send(kDial, text)) << text;
   EXPECT_FALSE(send(kDial, std::string(5000, '1')));
   EXPECT_FALSE(send(kDial + 1, "602111222"));
+  COPYDATASTRUCT without_data{kDial, 5, nullptr};
+  EXPECT_EQ(0, ::SendMessageW(window.handle(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&without_data)));
   EXPECT_EQ(0, ::SendMessageW(window.handle(), WM_COPYDATA, 0, 0));
   EXPECT_EQ(asked, (std::vector<std::string>{"+420602111222", ""}));
+}
+
+/// What other programs would paste.
+std::wstring ClipboardText() {
+  if (::OpenClipboard(nullptr) == FALSE) return L"(closed)";
+  const HANDLE memory = ::GetClipboardData(CF_UNICODETEXT);
+  std::wstring text = memory == nullptr ? L"(none)" : static_cast<const wchar_t*>(::GlobalLock(memory));
+  if (memory != nullptr) ::GlobalUnlock(memory);
+  ::CloseClipboard();
+  return text;
+}
+
+TEST(Clipboard, TakesTextsUnlessAnotherProgramHoldsIt) {
+  HiddenWindow window(L"KESTRO CTI clipboard test");
+  HiddenWindow other(L"KESTRO CTI clipboard holder");
+  Win32Clipboard clipboard(window);
+  for (const std::string text : {"Jan Novák, \xF0\x9F\x98\x80\r\nsecond line", "", "last"}) {
+    clipboard.SetText(text);
+    EXPECT_EQ(ClipboardText(), ToWide(text));
+  }
+  ASSERT_TRUE(::OpenClipboard(other.handle()));
+  clipboard.SetText("refused");
+  ::CloseClipboard();
+  EXPECT_EQ(ClipboardText(), L"last");
+}
+
+/// Types the name into the open file dialog of that title and presses the button, as soon as it is there.
+void AnswerFileDialog(const wchar_t* title, const std::wstring& name, int button) {
+  constexpr int kNameField = 1148;
+  HWND dialog = nullptr;
+  test::Eventually([&] {
+    dialog = ::FindWindowW(L"#32770", title);
+    return ::IsWindowVisible(dialog) != FALSE && ::GetDlgItem(dialog, kNameField) != nullptr;
+  });
+  ::SendMessageW(::GetDlgItem(dialog, kNameField), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+  ::PostMessageW(::GetDlgItem(dialog, button), BM_CLICK, 0, 0);
+}
+
+TEST(FileDialogs, DeliverWhatTheUserChooses) {
+  const fs::path folder = fs::temp_directory_path() / L"kestro-dialog Ř";
+  fs::create_directories(folder);
+  std::ofstream(folder / "contacts.cvs") << "one";
+  const std::string file = ToUtf8((folder / "contacts.cvs").wstring());
+  Win32EventBoundary boundary;
+  Win32FileDialogs dialogs(boundary);
+  const struct {
+    std::wstring name;
+    int button;
+    std::optional<std::string> chosen;
+  } cases[] = {
+      {L"contacts.cvs", IDOK, file},
+      {(folder / "contacts.cvs").wstring(), IDOK, file},
+      {L"contacts.cvs", IDCANCEL, std::nullopt},
+  };
+  for (const auto& one : cases) {
+    std::thread user([&] { AnswerFileDialog(L"Pick one", one.name, one.button); });
+    EXPECT_EQ(dialogs.OpenFile({"Pick one", "Lists|*.cvs|", ".cvs", ToUtf8(folder.wstring()), "x.cvs"}),
+              one.chosen);
+    user.join();
+  }
+  // The end of the process closes it.
+  HiddenWindow window(L"KESTRO CTI file dialog test");
+  EventPoster post(window, [&](const std::function<void()>& task) {
+    boundary.Run(Win32EventBoundary::Cause::kSystem, task);
+  });
+  post([] { throw base::ProcessEnded{}; });
+  EXPECT_THROW(static_cast<void>(dialogs.OpenFile({"Pick one", "", "", "", ""})), base::ProcessEnded);
+  fs::remove_all(folder);
 }
 
 std::int32_t ErrorOf(const std::function<void()>& work) {

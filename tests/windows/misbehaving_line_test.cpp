@@ -2,6 +2,8 @@
 // thing.
 
 #include <gmock/gmock.h>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -15,6 +17,17 @@ using testing::HasSubstr;
 
 constexpr const wchar_t* kSettings = L"KESTRO CTI settings";
 constexpr const wchar_t* kUnknownCaller = L"Unknown caller";
+constexpr const wchar_t* kNoLineFunctions =
+    L"TAPI subsystem can't be initialized. Please contact your network administrator.";
+constexpr const wchar_t* kOldLineFunctions =
+    L"No TAPI 1.4 or higher compliant device detected. Telephony server communication may have failed. "
+    L"\r\n\r\nPlease contact your network administrator.";
+constexpr const wchar_t* kNoLineChosen =
+    L"Telephone line is not configured. \r\nPlease select a line and save configuration by clicking OK.";
+constexpr const char* kOpen = "ok\ninitialised line-open\n";
+constexpr const char* kClosed = "ok\nshut-down line-closed\n";
+constexpr const char* kFailure = "0x80000048";
+constexpr wchar_t kStartStopKey = L'r';
 
 class MisbehavingLine : public testing::Test {
  protected:
@@ -31,69 +44,120 @@ bool Responds(const RunningProgram& program) {
 TEST_F(MisbehavingLine, EveryFunctionOfTheStartMayFail) {
   const struct {
     std::string function;
-    std::wstring message;  // part of the box; empty = no box
-    bool settings;         // the settings window opens, there is no line to choose
+    std::vector<std::wstring> boxes;
+    bool settings;  // the settings window opens, there is no line to choose
   } cases[] = {
-      {"lineInitialize", L"TAPI subsystem can't be initialized.", true},
-      {"lineNegotiateAPIVersion", L"No TAPI 1.4 or higher compliant device detected.", true},
-      {"lineGetDevCaps", L"", true},
-      {"lineOpen", L"", false},
-      {"lineSetStatusMessages", L"", false},
+      {"lineInitialize", {kNoLineFunctions, kNoLineChosen}, true},
+      {"lineNegotiateAPIVersion", {kOldLineFunctions, kNoLineChosen}, true},
+      {"lineGetDevCaps", {kNoLineChosen}, true},
+      {"lineOpen", {}, false},
+      {"lineSetStatusMessages", {}, false},
   };
   for (const auto& one : cases) {
     SCOPED_TRACE(one.function);
     ResetUser("EXT 101");
     const RunningProgram program("fail " + one.function + " 0x80000048");
-    if (!one.message.empty()) {
-      EXPECT_THAT(program.AwaitBox(), HasSubstr(one.message));
+    for (const std::wstring& box : one.boxes) {
+      EXPECT_EQ(program.AwaitBox(), box);
       program.AnswerBox();
     }
     if (one.settings) {
       EXPECT_NE(program.AwaitWindow(kSettings), nullptr);
     } else {
       // What had been opened is closed again.
-      EXPECT_TRUE(Eventually([&] { return program.Ask("status") == "ok\nshut-down line-closed\n"; }));
+      EXPECT_TRUE(Eventually([&] { return program.Ask("status") == kClosed; }));
     }
+    EXPECT_TRUE(program.SaysNothing());
     EXPECT_TRUE(Responds(program));
   }
 }
 
-TEST_F(MisbehavingLine, EveryFunctionOfACallMayFail) {
-  MakeContacts("phone-line \"21\" \"Reception\"\n");
+TEST_F(MisbehavingLine, EveryFunctionOfStoppingAndStartingMayFail) {
   const struct {
     std::string function;
-    std::string called;  // proves that the program came to call it
+    std::wstring box;  // empty = none
+    bool monitors;     // all the same
   } cases[] = {
-      {"lineGetCallInfo", "lineGetCallInfo"},       {"lineDrop", "lineDrop"},
-      {"lineDeallocateCall", "lineDeallocateCall"}, {"lineTranslateAddress", "lineTranslateAddress"},
-      {"lineBlindTransfer", "lineBlindTransfer"},
+      {"lineClose", L"", true},
+      {"lineShutdown", L"", true},
+      {"lineInitialize", L"TAPI subsystem can not be initialized. Please contact Your network administrator.",
+       false},
+      {"lineNegotiateAPIVersion",
+       L"TAPI version can not be detected for selected line. Please choose another line or contact your "
+       L"network administrator.",
+       false},
+      {"lineOpen", L"", false},
+      {"lineGetDevCaps", L"", true},
+      {"lineSetStatusMessages", L"", false},
   };
   const RunningProgram program;
   ASSERT_TRUE(program.Monitors());
   for (const auto& one : cases) {
     SCOPED_TRACE(one.function);
-    program.Journal();
     ASSERT_EQ(program.Ask("fail " + one.function + " 0x80000048"), "ok\n");
+    program.Journal();
+    program.ChooseFromIcon(kStartStopKey);
+    EXPECT_THAT(program.Journal(), HasSubstr("lineClose\nlineShutdown\n"));
+    program.ChooseFromIcon(kStartStopKey);
+    if (!one.box.empty()) {
+      EXPECT_EQ(program.AwaitBox(), one.box);
+      program.AnswerBox();
+    }
+    EXPECT_TRUE(program.SaysNothing());
+    ASSERT_EQ(program.Ask("work " + one.function), "ok\n");
+    EXPECT_EQ(program.Ask("status"), one.monitors ? kOpen : kClosed);
+    if (!one.monitors) program.ChooseFromIcon(kStartStopKey);
+    ASSERT_TRUE(program.Monitors());
+  }
+  // At the end, too.
+  program.Ask("fail lineClose 0x80000048");
+  program.Ask("fail lineShutdown 0x80000048");
+  ::PostMessageW(program.Listener(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(program.ExitStatus(), 0U);
+}
+
+TEST_F(MisbehavingLine, EveryFunctionOfACallMayFail) {
+  MakeContacts("phone-line \"21\" \"Reception\"\n");
+  const struct {
+    std::string function;  // fails, and comes to be called
+    std::string result;
+    bool transfers;
+    std::string reply;  // to the transfer, from the exchange
+    bool says_so;
+  } cases[] = {
+      {"lineGetCallInfo", kFailure, false, "", false},
+      {"lineDrop", kFailure, false, "", false},
+      {"lineDeallocateCall", kFailure, false, "", false},
+      {"lineTranslateAddress", kFailure, true, "", true},
+      {"lineBlindTransfer", kFailure, true, "", true},
+      // Under way, refused later on.
+      {"lineBlindTransfer", "77", true, "deliver 0 12 77 0x80000048 0", true},
+      {"lineDeallocateCall", kFailure, true, "deliver 0 12 77 0 0", false},
+  };
+  const RunningProgram program;
+  ASSERT_TRUE(program.Monitors());
+  for (const auto& one : cases) {
+    SCOPED_TRACE(one.function + " " + one.reply);
+    program.Journal();
+    ASSERT_EQ(program.Ask("fail " + one.function + " " + one.result), "ok\n");
     program.Ask("ring 602111222");
     program.Ask("answer");
-    const bool transfers = one.function == "lineTranslateAddress" || one.function == "lineBlindTransfer";
-    const HWND card = one.function == "lineGetCallInfo" ? nullptr : program.AwaitWindow(kUnknownCaller);
-    if (transfers) {
+    if (one.transfers) {
       // The first of the internal lines behind the prompt.
-      const HWND combo = ChildOf(card, L"ComboBox");
+      const HWND combo = ChildOf(program.AwaitWindow(kUnknownCaller), L"ComboBox");
       ASSERT_TRUE(Eventually([&] { return ::IsWindowEnabled(combo) != FALSE; }));
       ::SendMessageW(combo, CB_SETCURSEL, 1, 0);
       ::PostMessageW(::GetParent(combo), WM_COMMAND, MAKEWPARAM(0, CBN_SELCHANGE),
                      reinterpret_cast<LPARAM>(combo));
-      EXPECT_THAT(program.AwaitBox(), HasSubstr(L"witch"));
+      if (!one.reply.empty()) program.Ask(one.reply);
+    }
+    if (one.says_so) {
+      EXPECT_EQ(program.AwaitBox(), L"Call-switching failed. Customer is probably still on the line.");
       program.AnswerBox();
     }
     program.Ask("hang-up");
-    std::string journal;
-    EXPECT_TRUE(Eventually([&] {
-      journal += program.Journal();
-      return journal.find(one.called) != std::string::npos;
-    })) << journal;
+    EXPECT_TRUE(program.SaysNothing());
+    EXPECT_THAT(program.Journal(), HasSubstr(one.function));
     program.Ask("work " + one.function);
     EXPECT_TRUE(Responds(program));
   }
@@ -131,7 +195,7 @@ TEST_F(MisbehavingLine, MessagesComeAtTheWrongTimeAndFromTheWrongPlace) {
 
 TEST_F(MisbehavingLine, MessagesAfterTheEndOfTheLineHaveNoEffect) {
   const RunningProgram program("fail lineOpen 0x80000048");
-  ASSERT_TRUE(Eventually([&] { return program.Ask("status") == "ok\nshut-down line-closed\n"; }));
+  ASSERT_TRUE(Eventually([&] { return program.Ask("status") == kClosed; }));
   program.Journal();
   EXPECT_EQ(program.Ask("deliver 0x101 2 2 0 0"), "ok\n");
   EXPECT_EQ(program.Ask("thread 0x101 2 2 0 0"), "ok\n");
@@ -145,7 +209,7 @@ TEST_F(MisbehavingLine, WithoutTheLibraryTheContactsRemain) {
   WriteRegistry(HKEY_CURRENT_USER, kOverrides, L"tapi32", L"");
   {
     const RunningProgram program;
-    EXPECT_THAT(program.AwaitBox(), HasSubstr(L"TAPI subsystem can't be initialized."));
+    EXPECT_EQ(program.AwaitBox(), kNoLineFunctions);
     program.AnswerBox();
     EXPECT_NE(program.AwaitWindow(kSettings), nullptr);
     EXPECT_TRUE(Responds(program));

@@ -1,9 +1,12 @@
 // The shipped program against the interfaces of the system: what they see of it, what it does about them.
 
+#include <windows.h>
+
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
+#include <shellapi.h>
 
 #include <gtest/gtest.h>
 
@@ -19,7 +22,6 @@ using testing::Not;
 
 constexpr const wchar_t* kMainWindow = L"Kestro CTI";
 constexpr const wchar_t* kUnknownCaller = L"Unknown caller";
-constexpr UINT kIconMessage = 512;
 constexpr LPARAM kLeftButtonUp = 514;
 
 std::string ReadFile(const fs::path& file) {
@@ -38,18 +40,13 @@ class ShippedProgram : public testing::Test {
 
 HWND TaskBar() { return ::FindWindowW(L"Shell_TrayWnd", nullptr); }
 
-/// The task bar's process keeps a tip window for every icon in the notification area (and one for balloons).
-int TipWindows() {
-  DWORD shell = 0;
-  ::GetWindowThreadProcessId(TaskBar(), &shell);
-  int count = 0;
-  for (HWND window = nullptr;
-       (window = ::FindWindowExW(nullptr, window, L"tooltips_class32", nullptr)) != nullptr;) {
-    DWORD process = 0;
-    ::GetWindowThreadProcessId(window, &process);
-    count += process == shell ? 1 : 0;
-  }
-  return count;
+/// Asks the task bar for the program's icon, which has the number 1; the reply tells whether it is there.
+bool TellTaskBar(DWORD request, const RunningProgram& program) {
+  NOTIFYICONDATAW icon{};
+  icon.cbSize = sizeof(icon);
+  icon.hWnd = program.Listener();
+  icon.uID = 1;
+  return ::Shell_NotifyIconW(request, &icon) != FALSE;
 }
 
 bool BalloonShows(const std::wstring& text) {
@@ -80,11 +77,14 @@ TEST_F(ShippedProgram, ACallComesThroughTheTelephonyLibrary) {
   EXPECT_THAT(program.Journal(), HasSubstr("lineDeallocateCall 0x00000101"));
 }
 
-TEST_F(ShippedProgram, AClickOnTheIconReachesIt) {
-  const int without_icon = TipWindows();
+TEST_F(ShippedProgram, AClickOnTheIconReachesItAlsoInANewTaskBar) {
   const RunningProgram program;
   ASSERT_TRUE(program.Monitors());
-  ASSERT_TRUE(Eventually([&] { return TipWindows() > without_icon; }));
+  // What a new task bar does: it knows no icons, and tells everybody that it is there.
+  ASSERT_TRUE(TellTaskBar(NIM_DELETE, program));
+  ASSERT_FALSE(TellTaskBar(NIM_MODIFY, program));
+  ::PostMessageW(HWND_BROADCAST, ::RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+  ASSERT_TRUE(Eventually([&] { return TellTaskBar(NIM_MODIFY, program); }));
   // The only icon is the last thing in the bar.
   constexpr int kHalfIcon = 12;
   RECT bar{};
@@ -116,13 +116,38 @@ TEST_F(ShippedProgram, ASecondStartSaysSoAndBringsTheFirstToTheFront) {
   EXPECT_TRUE(first.Monitors());
 }
 
+/// The dialling object of the tests; registered while this lives.
+class DiallingObject {
+ public:
+  DiallingObject() {
+    WriteRegistry(HKEY_CLASSES_ROOT, std::wstring(kProgramId) + L"\\CLSID", L"", kClass);
+    WriteRegistry(HKEY_CLASSES_ROOT, ClassKey() + L"\\InprocServer32", L"",
+                  (ProgramFolder() / "dial_com.dll").wstring());
+    WriteRegistry(HKEY_CLASSES_ROOT, ClassKey() + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+  }
+  ~DiallingObject() {
+    RemoveRegistryKey(HKEY_CLASSES_ROOT, kProgramId);
+    RemoveRegistryKey(HKEY_CLASSES_ROOT, ClassKey());
+  }
+  DiallingObject(const DiallingObject&) = delete;
+  DiallingObject& operator=(const DiallingObject&) = delete;
+
+ private:
+  static constexpr const wchar_t* kProgramId = L"CTI.DialCom";
+  static constexpr const wchar_t* kClass = L"{6C3D0F64-2F0B-4E0C-9B52-3E6A0F0D7B11}";
+  static std::wstring ClassKey() { return std::wstring(L"CLSID\\") + kClass; }
+};
+
+/// The empty file in which programs started from now on note what was dialled.
+fs::path DialledNumbers() {
+  fs::path file = fs::temp_directory_path() / "dialled.txt";
+  fs::remove(file);
+  ::SetEnvironmentVariableW(L"KESTRO_DIALLED_FILE", file.c_str());
+  return file;
+}
+
 TEST_F(ShippedProgram, TheDiallingObjectIsCalled) {
-  constexpr const wchar_t* kProgramId = L"CTI.DialCom";
-  constexpr const wchar_t* kClass = L"{6C3D0F64-2F0B-4E0C-9B52-3E6A0F0D7B11}";
-  const std::wstring class_key = std::wstring(L"CLSID\\") + kClass;
-  const fs::path dialled = fs::temp_directory_path() / "dialled.txt";
-  fs::remove(dialled);
-  ::SetEnvironmentVariableW(L"KESTRO_DIALLED_FILE", dialled.c_str());
+  const fs::path dialled = DialledNumbers();
   MakeContacts("contact Name=\"Jan Novák\" Phone1=\"602 111 222\"\ncontact Name=\"Zero\" Phone1=\"0\"\n");
 
   const RunningProgram program;
@@ -142,17 +167,74 @@ TEST_F(ShippedProgram, TheDiallingObjectIsCalled) {
   dial(VK_HOME);
   EXPECT_EQ(program.AwaitBox(), L"The dialing process failed.");
   program.AnswerBox();
-  WriteRegistry(HKEY_CLASSES_ROOT, std::wstring(kProgramId) + L"\\CLSID", L"", kClass);
-  WriteRegistry(HKEY_CLASSES_ROOT, class_key + L"\\InprocServer32", L"",
-                (ProgramFolder() / "dial_com.dll").wstring());
-  WriteRegistry(HKEY_CLASSES_ROOT, class_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+  const DiallingObject object;
   dial(VK_HOME);
   EXPECT_TRUE(Eventually([&] { return ReadFile(dialled) == "602 111 222\r\n"; })) << ReadFile(dialled);
   dial(VK_END);
   EXPECT_EQ(program.AwaitBox(), L"The dialing process failed.");
   program.AnswerBox();
-  RemoveRegistryKey(HKEY_CLASSES_ROOT, kProgramId);
-  RemoveRegistryKey(HKEY_CLASSES_ROOT, class_key);
+}
+
+TEST_F(ShippedProgram, ALinkIsHandedToTheRunningProgramWhichAsks) {
+  const fs::path dialled = DialledNumbers();
+  const DiallingObject object;
+  const RunningProgram program;
+  ASSERT_TRUE(program.Monitors());
+  // One that waits for an answer before it ends takes no links.
+  const RunningProgram second;
+  EXPECT_THAT(second.AwaitBox(), HasSubstr(L"already running"));
+  const struct {
+    std::wstring address;
+    std::wstring box;
+    int answer;
+    std::string dialled;  // so far
+  } cases[] = {
+      {L"tel:%2B420-602.111222;ext=1",
+       L"A link asks to dial +420602111222.\r\nDo you want to dial this number?", IDYES, "+420602111222\r\n"},
+      {L"callto:603", L"A link asks to dial 603.\r\nDo you want to dial this number?", IDNO,
+       "+420602111222\r\n"},
+      {L"tel:*21*604%23", L"The link holds no telephone number that can be dialled.", 0, "+420602111222\r\n"},
+  };
+  for (const auto& one : cases) {
+    const RunningProgram link({}, L"/dial " + one.address);
+    EXPECT_EQ(link.ExitStatus(), 0U);
+    EXPECT_EQ(program.AwaitBox(), one.box);
+    program.AnswerBox(one.answer);
+    EXPECT_TRUE(program.SaysNothing());
+    EXPECT_EQ(ReadFile(dialled), one.dialled);
+  }
+}
+
+TEST_F(ShippedProgram, ALinkWaitsForTheEndOfTheStart) {
+  ResetUser("");
+  const RunningProgram program;
+  EXPECT_THAT(program.AwaitBox(), HasSubstr(L"Telephone line is not configured."));
+  program.AnswerBox();
+  const HWND settings = program.AwaitWindow(L"KESTRO CTI settings");
+  const RunningProgram link({}, L"/dial tel:602111222");
+  EXPECT_EQ(link.ExitStatus(), 0U);
+  EXPECT_TRUE(program.SaysNothing());
+  ::PostMessageW(ChildOf(settings, L"Button", L"Cancel"), BM_CLICK, 0, 0);
+  EXPECT_THAT(program.AwaitBox(), HasSubstr(L"A link asks to dial 602111222."));
+  EXPECT_EQ(program.FindVisible(L"KESTRO CTI settings"), nullptr);
+}
+
+TEST_F(ShippedProgram, DataOfOtherProgramsDoNoHarm) {
+  const RunningProgram program;
+  ASSERT_TRUE(program.Monitors());
+  constexpr ULONG_PTR kDial = 0x4C414944;
+  std::string digits(1'000'000, '1');
+  const COPYDATASTRUCT messages[] = {
+      {kDial, static_cast<DWORD>(digits.size()), digits.data()},
+      {kDial, 33, digits.data()},  // in the middle of more, without an end
+      {kDial + 1, 5, digits.data()},
+      {0, 0, nullptr},
+  };
+  for (COPYDATASTRUCT message : messages) {
+    EXPECT_EQ(::SendMessageW(program.Listener(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&message)), FALSE);
+    EXPECT_TRUE(program.SaysNothing());
+  }
+  EXPECT_TRUE(program.Monitors());
 }
 
 TEST_F(ShippedProgram, ItEndsInOrderWithTheSession) {

@@ -47,10 +47,9 @@ void ReadToolBar(const forms::ToolBar& bar, ControlReading& reading) {
     const forms::ToolBar::Item& item = bar.item(number);
     const bool gap = item.picture.empty();
     reading.texts.push_back(gap ? std::string() : item.tool_tip);
-    if (gap) continue;
     if (!item.visible) {
       reading.hidden_buttons.push_back(number);
-    } else if (!item.enabled) {
+    } else if (!gap && !item.enabled) {
       reading.disabled_buttons.push_back(number);
     }
   }

@@ -54,12 +54,12 @@ class ToolBarBinding final : public ControlBinding {
     for (int number = 1; number <= bar_.count(); ++number) {
       QAction& action = *widget_.actions()[number - 1];
       const forms::ToolBar::Item& item = bar_.item(number);
+      action.setVisible(item.visible);
       if (action.isSeparator()) continue;
       const QString text = ToQString(item.tool_tip);
       action.setText(AsCaption(text));
       action.setToolTip(AsToolTip(text));
       action.setEnabled(item.enabled);
-      action.setVisible(item.visible);
       widget_.widgetForAction(&action)->setAccessibleName(text);
     }
   }
@@ -68,10 +68,9 @@ class ToolBarBinding final : public ControlBinding {
     for (const QAction* action : widget_.actions()) {
       ++number;
       reading.texts.push_back(ToUtf8(WithoutMnemonic(action->text())));
-      if (action->isSeparator()) continue;
       if (!action->isVisible()) {
         reading.hidden_buttons.push_back(number);
-      } else if (!action->isEnabled()) {
+      } else if (!action->isSeparator() && !action->isEnabled()) {
         reading.disabled_buttons.push_back(number);
       }
     }

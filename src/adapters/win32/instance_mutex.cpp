@@ -28,6 +28,7 @@ void ForRunningPrograms(const Action& action) {
 /// The number of a request; nothing for one that is none.
 std::optional<std::string> LinkNumberOf(const COPYDATASTRUCT* data) {
   if (data == nullptr || data->dwData != kDialRequest || data->cbData > core::kMostLinkDigits + 1) return {};
+  if (data->lpData == nullptr && data->cbData > 0) return {};
   const std::string number(static_cast<const char*>(data->lpData), data->cbData);
   if (!number.empty() && !core::IsLinkNumber(number)) return {};
   return number;

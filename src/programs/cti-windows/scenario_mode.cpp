@@ -4,12 +4,10 @@
 #include <iostream>
 
 #include "adapters/headless/headless_front_end.h"
-#include "adapters/jetfile/system_file_layer.h"
-#include "adapters/sqlite/sqlite_database.h"
-#include "adapters/win32/scenario_machine.h"
 #include "adapters/win32/user_folders.h"
 #include "adapters/win32/wide_text.h"
 #include "programs/cti-windows/win32_front_end.h"
+#include "programs/cti-windows/windows_machine.h"
 #include "scenario/player_program.h"
 
 namespace kestro::programs {
@@ -17,17 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::unique_ptr<ports::Database> MakeDatabase(adapters::Win32FileSystem::PathTranslator real_path) {
-  static adapters::SystemFileLayer files;  // has no state
-  return std::make_unique<adapters::SqliteDatabase>(
-      files, [real_path = std::move(real_path)](std::string_view path) {
-        return fs::path(adapters::ToWide(real_path(path)));
-      });
-}
-
 scenario::ScenarioMachine MakeMachine(const fs::path& folder) {
   const fs::path installed = adapters::ToWide(adapters::ProgramFolder());
-  auto machine = std::make_unique<adapters::ScenarioMachine>(folder, installed, MakeDatabase);
+  auto machine = std::make_unique<WindowsMachine>(folder, installed);
   auto native_path = [&files = *machine](std::string_view path) { return files.RealPath(path); };
   return {std::move(machine), native_path};
 }

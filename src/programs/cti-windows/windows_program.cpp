@@ -33,11 +33,8 @@ WindowsProgram::Runner WindowsProgram::RunAs(Boundary::Cause cause) {
 }
 
 void WindowsProgram::ListenToSystem() {
-  adapters::ListenToSecondStarts(
-      window_, [this] { boundary_.Run(Boundary::Cause::kUser, [this] { application_->Activate(); }); },
-      [this](std::string number) {
-        poster_([this, number = std::move(number)] { application_->DialLink(number); });
-      });
+  // A second instance leaves later starts to the first one; it ends by itself after its start checks.
+  if (!instances_.AnotherInstanceRuns()) ListenToSecondStarts();
   window_.On(WM_QUERYENDSESSION, [](WPARAM, LPARAM) -> LRESULT { return TRUE; });
   // The session waits for the answer: what has to be done must be done when it is given.
   window_.On(WM_ENDSESSION, [this](WPARAM session_ends, LPARAM) -> LRESULT {
@@ -46,13 +43,19 @@ void WindowsProgram::ListenToSystem() {
   });
 }
 
+void WindowsProgram::ListenToSecondStarts() {
+  adapters::ListenToSecondStarts(
+      window_, [this] { boundary_.Run(Boundary::Cause::kUser, [this] { application_->Activate(); }); },
+      [this](std::string number) {
+        poster_([this, number = std::move(number)] { application_->DialLink(number); });
+      });
+}
+
 int WindowsProgram::Run(bool end_after_start, const std::optional<std::string>& link_number) {
   // Queued before the start: it also ends a start that waits for an answer.
   if (end_after_start) poster_([this] { application_->End(); });
+  if (link_number) application_->DialLink(*link_number);
   boundary_.Run(Boundary::Cause::kUser, [this] { application_->Start(); });
-  if (link_number && !boundary_.ended()) {
-    poster_([this, number = *link_number] { application_->DialLink(number); });
-  }
   return boundary_.RunUntilEnded();
 }
 

@@ -53,6 +53,7 @@ class WindowsProgram {
 
   [[nodiscard]] Runner RunAs(Boundary::Cause cause);
   void ListenToSystem();
+  void ListenToSecondStarts();
 
   adapters::ComApartment com_;
   Boundary boundary_;

@@ -36,7 +36,7 @@ adapters::LogFile::Options LogOptions() {
 
 }  // namespace
 
-DesktopProgram::DesktopProgram(World world, adapters::InstanceLock instances, Link link)
+DesktopProgram::DesktopProgram(World world, adapters::InstanceLock instances, const Link& link)
     : program_folder_(adapters::ExecutableFolder()),
       database_(database_files_,
                 [this](std::string_view path) { return std::filesystem::path(NativePath(path)); }),
@@ -54,13 +54,13 @@ DesktopProgram::DesktopProgram(World world, adapters::InstanceLock instances, Li
           boundary_, [this](std::string_view path) { return NativePath(path); },
           [this](std::string_view path) { return paths_.ToSystem(path); }),
       system_information_(adapters::ToolkitVersion(), adapters::DatabaseEngineVersion()),
-      dialling_(*world_.settings, processes_, exchange_, code_page_),
-      waiting_link_(std::move(link)) {
+      dialling_(*world_.settings, processes_, exchange_, code_page_) {
   SetUpExchange();
-  // A second instance leaves the sockets to the first one; it ends by itself after its start checks.
-  if (!instances_.AnotherInstanceRuns()) OpenSockets();
   tray_.Explore(kPatienceWithDesktop);
   MakeApplication();
+  if (link) application_->DialLink(*link);
+  // A second instance leaves the sockets to the first one; it ends by itself after its start checks.
+  if (!instances_.AnotherInstanceRuns()) OpenSockets();
   signals_ = std::make_unique<EndingSignals>(descriptors_, [this] { application_->End(); });
 }
 
@@ -103,12 +103,10 @@ void DesktopProgram::OpenSockets() {
 }
 
 void DesktopProgram::OnRequest(const adapters::ActivationSocket::Request& request) {
-  if (!request.number) {
-    if (application_) application_->Activate();
-  } else if (started_) {
+  if (request.number) {
     application_->DialLink(*request.number);
   } else {
-    waiting_link_ = request.number;
+    application_->Activate();
   }
 }
 
@@ -120,8 +118,6 @@ int DesktopProgram::Run(bool end_after_start) {
   // Queued before the start: it also ends a start that waits for an answer.
   if (end_after_start) poster_([this] { application_->End(); });
   boundary_.Run(EventBoundary::Cause::kUser, [this] { application_->Start(); });
-  started_ = !boundary_.ended();
-  if (started_ && waiting_link_) poster_([this] { application_->DialLink(*waiting_link_); });
   if (!boundary_.ended() && !end_after_start) {
     std::cout << kProductName << " runs on its software exchange. From another terminal:\n"
               << "  cti-exchange ring 602111222               a known caller\n"

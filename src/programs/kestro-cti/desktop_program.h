@@ -51,7 +51,7 @@ class DesktopProgram {
   /// without is missing.
   /// The lock may have been asked already. With a link the user is asked, once
   /// the program has come up, whether its number is to be dialled.
-  DesktopProgram(World world, adapters::InstanceLock instances, Link link);
+  DesktopProgram(World world, adapters::InstanceLock instances, const Link& link);
   ~DesktopProgram();
   DesktopProgram(const DesktopProgram&) = delete;
   DesktopProgram& operator=(const DesktopProgram&) = delete;
@@ -119,8 +119,6 @@ class DesktopProgram {
   ChosenDialling dialling_;
   std::unique_ptr<app::Application> application_;
   std::unique_ptr<EndingSignals> signals_;
-  Link waiting_link_;  // until the start is done
-  bool started_ = false;
 };
 
 }  // namespace kestro::programs

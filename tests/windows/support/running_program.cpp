@@ -147,9 +147,9 @@ HWND RunningProgram::Listener() const {
       [](HWND window) { return ClassOf(window) == adapters::InstanceMutex::kWindowClass; });
 }
 
-HWND RunningProgram::FindBox() const {
+HWND RunningProgram::FindVisibleOfClass(const std::wstring& window_class) const {
   return FindWindowWhere(
-      [](HWND window) { return ::IsWindowVisible(window) != FALSE && ClassOf(window) == L"#32770"; });
+      [&](HWND window) { return ::IsWindowVisible(window) != FALSE && ClassOf(window) == window_class; });
 }
 
 std::wstring RunningProgram::AwaitBox() const {
@@ -163,11 +163,23 @@ std::wstring RunningProgram::AwaitBox() const {
   return text;
 }
 
-void RunningProgram::AnswerBox() const {
+void RunningProgram::AnswerBox(int button) const {
   const HWND box = FindBox();
-  const HWND button = ChildOf(box, L"Button");
-  ::PostMessageW(button, BM_CLICK, 0, 0);
+  ::PostMessageW(button == 0 ? ChildOf(box, L"Button") : ::GetDlgItem(box, button), BM_CLICK, 0, 0);
   Eventually([box] { return ::IsWindow(box) == FALSE; });
+}
+
+bool RunningProgram::SaysNothing() const {
+  // The reply comes from the event loop, behind what waited there.
+  return !Ask("status").empty() && FindBox() == nullptr;
+}
+
+void RunningProgram::ChooseFromIcon(wchar_t access_key) const {
+  ::PostMessageW(Listener(), kIconMessage, 1, WM_RBUTTONUP);
+  HWND menu = nullptr;
+  Eventually([&] { return (menu = FindVisibleOfClass(L"#32768")) != nullptr; });
+  ::PostMessageW(menu, WM_CHAR, access_key, 0);
+  Eventually([menu] { return ::IsWindow(menu) == FALSE; });
 }
 
 }  // namespace kestro::test

@@ -11,6 +11,9 @@
 
 namespace kestro::test {
 
+/// What the icon's messages come under.
+inline constexpr UINT kIconMessage = 512;
+
 /// Asks again and again until the condition holds; false after ten seconds.
 bool Eventually(const std::function<bool()>& condition);
 
@@ -42,11 +45,16 @@ class RunningProgram {
   [[nodiscard]] HWND Listener() const;
   /// The text of the message box that is open; waited for.
   [[nodiscard]] std::wstring AwaitBox() const;
-  /// Presses OK in it and waits until it is gone.
-  void AnswerBox() const;
+  /// Presses that button in it (IDYES, IDNO), otherwise its first one, and waits until it is gone.
+  void AnswerBox(int button = 0) const;
+  /// No message box is open once everything that has arrived so far is handled. Needs the stand-in.
+  [[nodiscard]] bool SaysNothing() const;
+  /// Chooses the entry of the icon's menu that has this access key.
+  void ChooseFromIcon(wchar_t access_key) const;
 
  private:
-  [[nodiscard]] HWND FindBox() const;
+  [[nodiscard]] HWND FindBox() const { return FindVisibleOfClass(L"#32770"); }
+  [[nodiscard]] HWND FindVisibleOfClass(const std::wstring& window_class) const;
   [[nodiscard]] HWND FindWindowWhere(const std::function<bool(HWND)>& suits) const;
 
   std::uint16_t port_;

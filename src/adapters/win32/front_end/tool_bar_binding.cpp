@@ -127,7 +127,6 @@ std::wstring ToolBarBinding::Text(int number) const {
 void ToolBarBinding::SyncContent() {
   for (int number = 1; number <= bar_.count(); ++number) {
     const forms::ToolBar::Item& item = bar_.item(number);
-    if (item.picture.empty()) continue;
     if (std::wstring text = ToWide(item.tool_tip); text != Text(number)) SetText(number, std::move(text));
     const DWORD state = (item.enabled ? TBSTATE_ENABLED : 0U) | (item.visible ? 0U : TBSTATE_HIDDEN);
     if (state != (State(number) & (TBSTATE_ENABLED | TBSTATE_HIDDEN))) {
@@ -142,10 +141,9 @@ void ToolBarBinding::ReadContent(forms::ControlReading& reading) const {
     reading.texts.push_back(ToUtf8(Text(number)));
     TBBUTTON button{};
     Send(TB_GETBUTTON, static_cast<WPARAM>(number - 1), reinterpret_cast<LPARAM>(&button));
-    if ((button.fsStyle & BTNS_SEP) != 0) continue;
     if ((button.fsState & TBSTATE_HIDDEN) != 0) {
       reading.hidden_buttons.push_back(number);
-    } else if ((button.fsState & TBSTATE_ENABLED) == 0) {
+    } else if ((button.fsStyle & BTNS_SEP) == 0 && (button.fsState & TBSTATE_ENABLED) == 0) {
       reading.disabled_buttons.push_back(number);
     }
   }

@@ -1,30 +1,27 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
-#include <memory>
 #include <string>
 
+#include "adapters/jetfile/system_file_layer.h"
+#include "adapters/sqlite/sqlite_database.h"
 #include "adapters/win32/code_page.h"
 #include "adapters/win32/win32_file_system.h"
 #include "scenario/machine.h"
 
-namespace kestro::adapters {
+namespace kestro::programs {
 
 /// The machine of one scenario: its folder is the application's drive C:, whose
 /// program folder gets the template and the icons that lie beside the running
 /// program.
-class ScenarioMachine final : public scenario::Machine {
+class WindowsMachine final : public scenario::Machine {
  public:
-  using MakeDatabase = std::function<std::unique_ptr<ports::Database>(Win32FileSystem::PathTranslator)>;
-
   /// `folder` exists and is empty, and outlives the machine; so does the program
   /// folder `installed`. std::filesystem errors come through.
-  ScenarioMachine(const std::filesystem::path& folder, const std::filesystem::path& installed,
-                  const MakeDatabase& make_database);
+  WindowsMachine(const std::filesystem::path& folder, const std::filesystem::path& installed);
 
   [[nodiscard]] ports::FileSystem& Files() override { return files_; }
-  [[nodiscard]] ports::Database& Database() override { return *database_; }
+  [[nodiscard]] ports::Database& Database() override { return database_; }
   [[nodiscard]] ports::AnsiCodePage& CodePage() override { return code_page_; }
   void WriteFile(std::string_view path, std::string_view bytes) override;
   void RemoveFile(std::string_view path) override;
@@ -35,10 +32,11 @@ class ScenarioMachine final : public scenario::Machine {
 
  private:
   std::string folder_;
-  Win32FileSystem files_;
-  std::unique_ptr<ports::Database> database_;
+  adapters::Win32FileSystem files_;
+  adapters::SystemFileLayer database_files_;
+  adapters::SqliteDatabase database_;
   // Transcripts must not depend on the language of the machine.
-  SystemCodePage code_page_{SystemCodePage::kCentralEuropean};
+  adapters::SystemCodePage code_page_{adapters::SystemCodePage::kCentralEuropean};
 };
 
-}  // namespace kestro::adapters
+}  // namespace kestro::programs

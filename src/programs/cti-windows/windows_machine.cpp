@@ -1,4 +1,4 @@
-#include "adapters/win32/scenario_machine.h"
+#include "programs/cti-windows/windows_machine.h"
 
 #include <algorithm>
 #include <fstream>
@@ -6,7 +6,7 @@
 #include "adapters/win32/system_error.h"
 #include "adapters/win32/wide_text.h"
 
-namespace kestro::adapters {
+namespace kestro::programs {
 namespace {
 
 namespace fs = std::filesystem;
@@ -15,9 +15,9 @@ constexpr const char* kTemplateName = "DBTemplate.tpl";
 constexpr const char* kIconFolder = "Icons";
 constexpr std::string_view kDrive = "C:";
 
-std::string Utf8(const fs::path& path) { return ToUtf8(path.wstring()); }
+std::string Utf8(const fs::path& path) { return adapters::ToUtf8(path.wstring()); }
 
-fs::path Native(const std::string& path) { return {ToWide(path)}; }
+fs::path Native(const std::string& path) { return {adapters::ToWide(path)}; }
 
 /// Runs a file operation; its failure becomes the run-time error of the system.
 template <class Work>
@@ -45,12 +45,11 @@ bool LeadsOut(std::string_view path) {
 
 }  // namespace
 
-ScenarioMachine::ScenarioMachine(const fs::path& folder, const fs::path& installed,
-                                 const MakeDatabase& make_database)
+WindowsMachine::WindowsMachine(const fs::path& folder, const fs::path& installed)
     : folder_(Utf8(folder)),
       files_(std::string(kProgramFolder), std::string(kUserDataFolder),
              [this](std::string_view path) { return RealPath(path); }),
-      database_(make_database([this](std::string_view path) { return RealPath(path); })) {
+      database_(database_files_, [this](std::string_view path) { return Native(RealPath(path)); }) {
   const fs::path program = folder / "Program";
   fs::create_directory(program);
   fs::create_directory(folder / "Data");
@@ -59,19 +58,19 @@ ScenarioMachine::ScenarioMachine(const fs::path& folder, const fs::path& install
   if (fs::exists(installed / kIconFolder)) fs::copy(installed / kIconFolder, program / kIconFolder);
 }
 
-std::string ScenarioMachine::RealPath(std::string_view path) const {
-  if (path.find('\0') != std::string_view::npos) RaiseError(base::kPathNotFound);
+std::string WindowsMachine::RealPath(std::string_view path) const {
+  if (path.find('\0') != std::string_view::npos) adapters::RaiseError(base::kPathNotFound);
   std::string real(path);
   std::replace(real.begin(), real.end(), '/', '\\');
   const bool on_drive =
       real.starts_with(kDrive) && (real.size() == kDrive.size() || real[kDrive.size()] == '\\');
-  if (!on_drive) RaiseError(base::kPathNotFound);
+  if (!on_drive) adapters::RaiseError(base::kPathNotFound);
   real.erase(0, kDrive.size());
-  if (LeadsOut(real)) RaiseError(base::kPathNotFound);
+  if (LeadsOut(real)) adapters::RaiseError(base::kPathNotFound);
   return folder_ + real;
 }
 
-void ScenarioMachine::WriteFile(std::string_view path, std::string_view bytes) {
+void WindowsMachine::WriteFile(std::string_view path, std::string_view bytes) {
   AsRuntimeError([&] {
     const fs::path file = Native(RealPath(path));
     fs::create_directories(file.parent_path());
@@ -81,11 +80,11 @@ void ScenarioMachine::WriteFile(std::string_view path, std::string_view bytes) {
   });
 }
 
-void ScenarioMachine::RemoveFile(std::string_view path) {
+void WindowsMachine::RemoveFile(std::string_view path) {
   AsRuntimeError([&] { fs::remove(Native(RealPath(path))); });
 }
 
-void ScenarioMachine::SetReadOnly(std::string_view path) {
+void WindowsMachine::SetReadOnly(std::string_view path) {
   AsRuntimeError([&] {
     fs::permissions(Native(RealPath(path)),
                     fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
@@ -93,4 +92,4 @@ void ScenarioMachine::SetReadOnly(std::string_view path) {
   });
 }
 
-}  // namespace kestro::adapters
+}  // namespace kestro::programs
