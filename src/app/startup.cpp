@@ -43,11 +43,8 @@ void Startup::ApplicationInitialize() {
 
 /// Without line functions the application stays of use for its contacts.
 void Startup::InitializeLine() {
-  try {
-    needs_.line.InitializeLine();
-  } catch (const base::RuntimeError&) {
-    // Logged on its way, and the user has been told: no line is chosen then.
-  }
+  // Logged on its way, and the user has been told: no line is chosen then.
+  base::IgnoringErrors([this] { needs_.line.InitializeLine(); });
 }
 
 void Startup::ShowMainWindowWithoutTray() {

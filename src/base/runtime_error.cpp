@@ -3,12 +3,34 @@
 #include <new>
 
 namespace kestro::base {
+namespace {
+
+std::string TextOf(std::int32_t number) {
+  switch (number) {
+    case kFileNotFound:
+      return "File not found";
+    case kFileAlreadyExists:
+      return "File already exists";
+    case kPathNotFound:
+      return "Path not found";
+    default:
+      return "Path/File access error";
+  }
+}
+
+}  // namespace
 
 void RaiseSubscriptOutOfRange() { throw RuntimeError(kSubscriptOutOfRange, "Subscript out of range"); }
 
 void RaiseOverflow() { throw RuntimeError(kOverflow, "Overflow"); }
 
 void RaiseTypeMismatch() { throw RuntimeError(kTypeMismatch, "Type mismatch"); }
+
+void RaiseFileError(std::int32_t number, std::string_view more) {
+  std::string text = TextOf(number);
+  if (!more.empty()) text.append(": ").append(more);
+  throw RuntimeError(number, text);
+}
 
 RuntimeError CurrentErrorAsRuntimeError() {
   try {

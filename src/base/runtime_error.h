@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace kestro::base {
 
@@ -54,6 +55,18 @@ struct ProcessEnded {};
 [[noreturn]] void RaiseSubscriptOutOfRange();
 [[noreturn]] void RaiseOverflow();
 [[noreturn]] void RaiseTypeMismatch();
+/// Raises an error about a file or a folder (53, 58, 75, 76) with its usual text and, behind ": ", more about
+/// it.
+[[noreturn]] void RaiseFileError(std::int32_t number, std::string_view more = {});
+
+/// Runs a step whose failure must not stop the ones behind it; ProcessEnded passes through.
+template <class Step>
+void IgnoringErrors(Step step) {
+  try {
+    step();
+  } catch (const RuntimeError&) {
+  }
+}
 
 /// Turns the exception being handled into a RuntimeError. Call inside a catch
 /// block only; ProcessEnded passes through.

@@ -1,27 +1,16 @@
 #include "contacts/close_recordset.h"
 
 namespace kestro::contacts::Functions {
-namespace {
-
-template <class Step>
-void IgnoringErrors(Step step) {
-  try {
-    step();
-  } catch (const base::RuntimeError&) {
-    // A recordset that is closed already, or a connection that is gone.
-  }
-}
-
-}  // namespace
 
 void RecordsetClosing::CloseRecordset(std::unique_ptr<ports::Recordset>& recordset) const {
   procedure_("CloseRecordset", [&] {
     if (!recordset) return;
-    IgnoringErrors([&] { recordset->Close(); });
-    IgnoringErrors([&] {
+    // It may be closed already, or its connection gone.
+    base::IgnoringErrors([&] { recordset->Close(); });
+    base::IgnoringErrors([&] {
       if (auto* const connection = recordset->ActiveConnection()) connection->Close();
     });
-    IgnoringErrors([&] { recordset->ClearActiveConnection(); });
+    base::IgnoringErrors([&] { recordset->ClearActiveConnection(); });
     recordset.reset();
   });
 }

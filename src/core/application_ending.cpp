@@ -5,16 +5,6 @@ namespace {
 
 constexpr std::string_view kEnding = "IsApplicationShutdown";
 
-/// Whatever cannot be closed any more must not keep the application alive.
-/// Errors have been logged on their way.
-template <class Step>
-void IgnoringErrors(Step step) {
-  try {
-    step();
-  } catch (const base::RuntimeError&) {
-  }
-}
-
 }  // namespace
 
 ApplicationEnding::ApplicationEnding(LogModule& log, Messages& messages, LineMonitor& line,
@@ -42,13 +32,15 @@ void ApplicationEnding::IsApplicationShutdown() {
   procedure_.Outermost(kEnding, [&] {
     if (flags_.ShuttingDown) return;
     flags_.ShuttingDown = true;
-    IgnoringErrors([&] { OnApplicationEnd(); });
-    IgnoringErrors([&] { windows_.DoEvents(); });
+    // Whatever cannot be closed any more must not keep the application alive. Errors
+    // have been logged on their way.
+    base::IgnoringErrors([&] { OnApplicationEnd(); });
+    base::IgnoringErrors([&] { windows_.DoEvents(); });
     for (forms::Form* form : forms_) {
-      IgnoringErrors([&] { form->RequestUnload(forms::kFromCode); });
-      IgnoringErrors([&] { windows_.DoEvents(); });
+      base::IgnoringErrors([&] { form->RequestUnload(forms::kFromCode); });
+      base::IgnoringErrors([&] { windows_.DoEvents(); });
     }
-    IgnoringErrors([&] { procedure_.Log(kEnding, "THE END"); });
+    base::IgnoringErrors([&] { procedure_.Log(kEnding, "THE END"); });
     process_.EndProcess();
   });
 }

@@ -12,7 +12,7 @@ namespace kestro::import {
 struct ImportColumn {
   enum class Kind { kText, kPhone, kPhoneType, kPicture };
 
-  Kind kind;
+  Kind kind = Kind::kText;
   std::string& (*text)(contacts::Contact&) = nullptr;  // property of a text
   std::optional<int> width = {};                       // of a text, in characters; nothing = uncut
   std::size_t number = 0;                              // which telephone or telephone type, from 0

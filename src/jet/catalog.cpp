@@ -39,7 +39,7 @@ Catalog::Catalog(Storage& storage, PageNumber page)
   if (permissions) permissions_ = OpenSystemTable(storage, permissions->page, "MSysACEs");
 }
 
-std::size_t Catalog::Column(const Table& table, std::string_view name) const {
+std::size_t Catalog::Column(const Table& table, std::string_view name) {
   const std::optional<std::size_t> column = table.FindColumn(name);
   if (!column) throw Error(ErrorKind::kDamaged, "The catalogue lacks the column " + std::string(name));
   return *column;

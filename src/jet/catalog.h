@@ -50,7 +50,7 @@ class Catalog {
  private:
   [[nodiscard]] Blob OwnerOf(std::string_view name) const;
   void CopyPermissions(PageNumber page);
-  [[nodiscard]] std::size_t Column(const Table& table, std::string_view name) const;
+  [[nodiscard]] static std::size_t Column(const Table& table, std::string_view name);
 
   Storage& storage_;
   std::unique_ptr<Table> objects_;

@@ -10,7 +10,7 @@
 namespace kestro::jet {
 
 /// Slots in order, free-space word exact. Throws kDamaged for what cannot be read at all.
-void CheckDataPage(CheckReport& report, const std::string& where, ByteSpan page);
+void CheckDataPage(CheckReport& report, const std::string& where, ByteSpan bytes);
 
 /// The pages of a definition: chain, free-space words.
 void CheckDefinitionPages(CheckReport& report, Pager& pager, const std::string& table,

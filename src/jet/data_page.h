@@ -66,12 +66,12 @@ class DataPageEdit {
   std::size_t Add(ByteSpan row, std::uint16_t flags);
 
   /// Makes a row longer or shorter; its bytes are undefined then. kDamaged when there is no room.
-  MutableBytes Resize(std::size_t slot, std::size_t size);
+  MutableBytes Resize(std::size_t index, std::size_t size);
 
-  void SetFlags(std::size_t slot, std::uint16_t flags);
+  void SetFlags(std::size_t index, std::uint16_t flags);
 
   /// The slot stays, marked deleted and empty.
-  void Remove(std::size_t slot);
+  void Remove(std::size_t index);
 
   [[nodiscard]] DataPage view() const { return DataPage(bytes_); }
 

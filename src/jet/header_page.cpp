@@ -63,7 +63,7 @@ void ApplyMask(MutableBytes page) {
 
 // Without a password its field holds nothing but the day of creation, over and over.
 std::uint32_t NoPassword(ByteSpan page) {
-  const double date = std::bit_cast<double>(Load64(page, kDateAt));
+  const auto date = std::bit_cast<double>(Load64(page, kDateAt));
   if (!(std::abs(date) < 2147483648.0)) return 0;
   return static_cast<std::uint32_t>(static_cast<std::int32_t>(date));
 }
@@ -104,7 +104,7 @@ void FillHeaderPage(MutableBytes page) {
   Store32(page, kVersionAt, 1);
   Store32(page, kGlobalMapAt, DataPointer{1, 0}.Stored());
   Store32(page, kSecondMapAt, DataPointer{1, 1}.Stored());
-  for (std::uint32_t i = 0; i < 4; ++i) Store32(page, kSystemTablesAt + 4 * i, 2 + i);
+  for (std::uint32_t i = 0; i < 4; ++i) Store32(page, kSystemTablesAt + std::size_t{4} * i, 2 + i);
   Store16(page, kCodePageAt, 1252);
   Store32(page, kCreatorAt, 0x261C);
   Store32(page, kSortOrderAt, 0x0409);

@@ -15,7 +15,7 @@ struct HeaderPage {
 };
 
 /// Throws kNotADatabase, with the reason in words, for files that cannot even be read.
-HeaderPage ParseHeaderPage(ByteSpan page);
+HeaderPage ParseHeaderPage(ByteSpan stored);
 
 /// `page` is all zeros before.
 void FillHeaderPage(MutableBytes page);

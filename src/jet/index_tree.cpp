@@ -19,7 +19,7 @@ PageRef IndexTree::ReadPage(PageNumber number) const {
   return page;
 }
 
-PageNumber IndexTree::ChildFor(const IndexPage& node, ByteSpan target) const {
+PageNumber IndexTree::ChildFor(const IndexPage& node, ByteSpan target) {
   const std::size_t start = node.LowerBound(target);
   return start == node.used() ? node.tail() : node.Child(node.End(start));
 }

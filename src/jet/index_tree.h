@@ -37,7 +37,7 @@ class IndexTree {
   void Erase(ByteSpan key);
 
   /// Reads a page of this index; kDamaged when it is none.
-  [[nodiscard]] PageRef ReadPage(PageNumber page) const;
+  [[nodiscard]] PageRef ReadPage(PageNumber number) const;
 
   /// Formats the page as an empty index.
   static void FormatRoot(MutableBytes page, PageNumber owner);
@@ -49,7 +49,7 @@ class IndexTree {
 
   [[nodiscard]] Path PathTo(ByteSpan target) const;
   [[nodiscard]] bool IsAlone(const Place& place, ByteSpan key) const;
-  [[nodiscard]] PageNumber ChildFor(const IndexPage& node, ByteSpan target) const;
+  [[nodiscard]] static PageNumber ChildFor(const IndexPage& node, ByteSpan target);
 
   void Store(PageNumber page, const IndexContent& content);
   PageNumber NewPage(const IndexContent& content);
@@ -71,7 +71,7 @@ class IndexTree {
   void JoinNode(const Path& path, std::size_t depth);
   void JoinWithLeft(const Path& path, std::size_t depth, IndexContent parent, std::size_t position);
   void JoinWithRight(const Path& path, std::size_t depth, IndexContent parent, std::size_t position);
-  void ParentLostChild(const Path& path, std::size_t depth, const IndexContent& parent);
+  void ParentLostChild(const Path& path, std::size_t depth, const IndexContent& node);
 
   Storage& storage_;
   const TableDefinition& definition_;

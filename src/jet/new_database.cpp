@@ -171,6 +171,7 @@ void WriteSystemTable(Storage& storage, PageNumber page, const SystemTable& tabl
   // The maps go by number, the records by name.
   std::vector<LongColumnMaps> maps_by_number = std::move(definition.long_columns);
   std::vector<std::string> names;
+  names.reserve(maps_by_number.size());
   for (const LongColumnMaps& maps : maps_by_number) names.push_back(definition.columns[maps.column].name);
   std::ranges::sort(definition.columns, {}, &Column::name);
   for (std::size_t i = 0; i < names.size(); ++i) {
@@ -183,10 +184,10 @@ void WriteSystemTable(Storage& storage, PageNumber page, const SystemTable& tabl
   WriteTableDefinition(storage.pager, definition, EncodeTableDefinition(definition));
 }
 
-Blob Identity(const std::uint8_t (&bytes)[2]) { return Blob(bytes, bytes + 2); }
+Blob Identity(const std::uint8_t (&bytes)[2]) { return {bytes, bytes + 2}; }
 
 void AddObjects(Catalog& catalog, double now) {
-  constexpr std::int64_t kSystem = std::int64_t{INT32_MIN};
+  constexpr auto kSystem = std::int64_t{INT32_MIN};
   constexpr std::int64_t kRoot = 0x0F000000;
   const Blob engine = Identity(kEngineOwner);
   const auto add = [&](std::int64_t id, std::int64_t parent, const char* name, std::int64_t type,

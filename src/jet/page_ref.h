@@ -20,7 +20,7 @@ struct Frame {
   bool dirty = false;          // differs from the file
   bool mapped = false;         // the pager finds it under its number
   bool referenced = false;     // used since the last search for a page to give up
-  alignas(8) PageBytes bytes;
+  alignas(8) PageBytes bytes{};
 };
 
 /// Keeps a page in memory and reads it. After a rollback the content is the restored one (of a page that

@@ -28,10 +28,10 @@ class RowEncoder {
   void Clear();
 
   /// Throws kValue (type, range, length, characters) and kRequired.
-  void Set(std::size_t column, const Value& value);
+  void Set(std::size_t position, const Value& value);
 
   /// Takes over stored bytes of another row.
-  void SetStored(std::size_t column, std::optional<ByteSpan> stored);
+  void SetStored(std::size_t position, std::optional<ByteSpan> stored);
 
   /// The row; valid until the next call. kValue when it is too long for a page.
   [[nodiscard]] ByteSpan Build();
@@ -70,7 +70,7 @@ class RowEncoder {
   std::vector<std::uint8_t> arena_;
   std::vector<std::size_t> by_variable_;  // column of each entry of the variable table
   std::vector<LongPart> long_parts_;
-  std::array<std::uint8_t, kPageSize> row_;
+  std::array<std::uint8_t, kPageSize> row_{};
 };
 
 }  // namespace kestro::jet

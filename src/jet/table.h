@@ -43,6 +43,7 @@ class Table {
  public:
   Table(Storage& storage, std::string name, TableDefinition definition);
 
+  ~Table() = default;
   Table(const Table&) = delete;
   Table& operator=(const Table&) = delete;
 

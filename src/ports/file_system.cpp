@@ -1,5 +1,7 @@
 #include "ports/file_system.h"
 
+#include <algorithm>
+
 namespace kestro::ports {
 
 std::string GetParentFolderName(std::string_view path) {
@@ -18,6 +20,19 @@ std::string BuildPath(std::string_view folder, std::string_view name) {
   std::string path(folder);
   if (!path.empty() && path.back() != '\\') path.push_back('\\');
   return path.append(name);
+}
+
+bool LeadsOut(std::string_view path) {
+  int depth = 0;
+  while (!path.empty()) {
+    const auto end = std::min(path.find('\\'), path.size());
+    const std::string_view component = path.substr(0, end);
+    path.remove_prefix(std::min(end + 1, path.size()));
+    if (component.empty() || component == ".") continue;
+    depth += component == ".." ? -1 : 1;
+    if (depth < 0) return true;
+  }
+  return false;
 }
 
 }  // namespace kestro::ports

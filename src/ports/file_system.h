@@ -57,5 +57,7 @@ class FileSystem {
 [[nodiscard]] std::string GetFileName(std::string_view path);
 /// `folder` and `name` with exactly one separator between them.
 [[nodiscard]] std::string BuildPath(std::string_view folder, std::string_view name);
+/// True when the components of a path lead above its start, be it for a moment.
+[[nodiscard]] bool LeadsOut(std::string_view path);
 
 }  // namespace kestro::ports

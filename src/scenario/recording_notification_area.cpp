@@ -12,7 +12,7 @@ std::string FieldText(std::span<const char> field, const ports::AnsiCodePage& co
 }
 
 ports::IconHandle RecordingNotificationArea::LoadIconFile(std::string_view path) {
-  if (!files_.FileExists(path)) throw base::RuntimeError(base::kFileNotFound, "File not found");
+  if (!files_.FileExists(path)) base::RaiseFileError(base::kFileNotFound);
   auto place = std::find(icon_files_.begin(), icon_files_.end(), path);
   if (place == icon_files_.end()) place = icon_files_.emplace(place, path);
   return static_cast<ports::IconHandle>(place - icon_files_.begin()) + 1;

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "adapters/posix/settings_file.h"
-#include "adapters/posix/system_clock.h"
+#include "core/system_clock.h"
 #include "faults/failing_database.h"
 #include "faults/failing_line_functions.h"
 #include "faults/failing_ports.h"
@@ -55,7 +55,7 @@ class FailingWorld {
 
   test_support::TemporaryFolder folder_;
   programs::PosixMachine machine_;
-  adapters::SystemClock clock_;
+  core::SystemClock clock_;
   std::vector<std::string> settings_reports_;
   adapters::SettingsFile settings_;
   scenario::Transcript transcript_{[](std::string_view) {}};

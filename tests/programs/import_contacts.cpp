@@ -14,8 +14,8 @@
 #include <vector>
 
 #include "adapters/posix/posix_file_system.h"
-#include "adapters/posix/system_clock.h"
 #include "contacts/database_session.h"
+#include "core/system_clock.h"
 #include "jet/checker.h"
 #include "jet/database.h"
 #include "support/import_bench.h"
@@ -35,7 +35,7 @@ constexpr int kMostQuestions = 3;
 int Import(const std::string& path, const std::string& file) {
   auto database = test_support::MakeSqlite();
   adapters::PosixFileSystem files(adapters::PathMap(), ".", ".");
-  const adapters::SystemClock clock;
+  const core::SystemClock clock;
   test::ImportBench bench(database, path, files, clock);
   bench.host().on_control_changed = [&](const forms::Control& control) {
     if (&control == &bench.window().importedContactsLabel) std::cout << bench.Count() << std::endl;

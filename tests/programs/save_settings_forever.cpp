@@ -14,8 +14,8 @@
 #include <string_view>
 
 #include "adapters/posix/settings_file.h"
-#include "adapters/posix/system_clock.h"
 #include "core/registry_settings_module.h"
+#include "core/system_clock.h"
 
 namespace {
 
@@ -79,7 +79,7 @@ std::uint64_t CompleteGeneration(SettingsFile& settings) {
 int main(int argument_count, char* arguments[]) {
   const std::string_view command = argument_count == 3 ? arguments[1] : "";
   if (command != "save" && command != "check") Fail("save-settings-forever save|check FILE");
-  const kestro::adapters::SystemClock clock;
+  const kestro::core::SystemClock clock;
   SettingsFile settings(arguments[2], clock, [](const std::string& text) { Fail(text); });
   const bool is_new = !settings.QueryValue(kSettingsKey, kNames.back());
   if (command == "save") SaveForever(settings, is_new ? 0 : CompleteGeneration(settings));

@@ -3,24 +3,27 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "forms/keyboard_focus.h"
+
 namespace kestro::adapters {
 
 using forms::Control;
-using forms::ControlKind;
 using forms::Form;
 
-bool TakesKeyboard(const Control& control) {
-  switch (control.kind()) {
-    case ControlKind::kButton:
-    case ControlKind::kTextBox:
-    case ControlKind::kComboBox:
-    case ControlKind::kCheckBox:
-    case ControlKind::kGrid:
-      return true;
-    default:
-      return false;
-  }
-}
+namespace {
+
+class ModalScope {
+ public:
+  ModalScope(std::vector<Form*>& stack, Form& form) : stack_(stack) { stack_.push_back(&form); }
+  ~ModalScope() { stack_.pop_back(); }
+  ModalScope(const ModalScope&) = delete;
+  ModalScope& operator=(const ModalScope&) = delete;
+
+ private:
+  std::vector<Form*>& stack_;
+};
+
+}  // namespace
 
 forms::WindowHandle HeadlessFormHost::Load(Form& form) {
   windows_[&form] = {++last_handle_, false, nullptr};
@@ -42,12 +45,7 @@ void HeadlessFormHost::Show(Form& form) {
 void HeadlessFormHost::Hide(Form& form) { RemoveFromScreen(form, true); }
 
 void HeadlessFormHost::ShowModal(Form& form, Form* /*owner*/) {
-  struct ModalScope {
-    std::vector<Form*>& stack;
-    ~ModalScope() { stack.pop_back(); }
-  };
-  modal_.push_back(&form);
-  const ModalScope scope{modal_};
+  const ModalScope scope(modal_, form);
   Show(form);
   while (form.visible()) {
     if (tasks_.empty()) throw std::logic_error("nothing is left to close the window " + form.name());
@@ -63,8 +61,7 @@ void HeadlessFormHost::MenuChanged(Form& /*form*/, forms::MenuItem& /*parent*/) 
 
 void HeadlessFormHost::FocusControl(Form& form, Control& control) {
   const auto window = windows_.find(&form);
-  if (window != windows_.end() && TakesKeyboard(control) && control.Reachable())
-    window->second.focus = &control;
+  if (window != windows_.end() && forms::CanHaveKeyboard(control)) window->second.focus = &control;
 }
 
 void HeadlessFormHost::PopupMenu(Form& /*form*/, forms::MenuItem& /*menu*/) {}
@@ -98,27 +95,13 @@ void HeadlessFormHost::GiveFirstFocus(Form& form) {
   if (window.has_been_shown) return;
   window.has_been_shown = true;
   if (window.focus != nullptr) return;
-  const auto& controls = form.controls();
-  const auto first = std::find_if(controls.begin(), controls.end(), [](const Control* control) {
-    return TakesKeyboard(*control) && control->Reachable();
-  });
-  if (first != controls.end()) window.focus = *first;
+  window.focus = forms::KeyboardPlaceFrom(form, nullptr);
 }
 
 void HeadlessFormHost::HandOnFocus(Form& form) {
   Control*& focus = windows_[&form].focus;
   if (focus == nullptr || focus->Reachable()) return;
-  const auto& controls = form.controls();
-  const auto old_place = std::find(controls.begin(), controls.end(), focus);
-  const auto can_have_it = [](const Control* control) {
-    return TakesKeyboard(*control) && control->Reachable();
-  };
-  auto next = std::find_if(old_place, controls.end(), can_have_it);
-  if (next == controls.end()) {
-    next = std::find_if(controls.begin(), old_place, can_have_it);
-    if (next == old_place) next = controls.end();
-  }
-  focus = next == controls.end() ? nullptr : *next;
+  focus = forms::KeyboardPlaceFrom(form, focus);
 }
 
 void HeadlessFormHost::RemoveFromScreen(Form& form, bool tell) {

@@ -70,7 +70,4 @@ class HeadlessFormHost final : public forms::FormHost {
   std::deque<std::function<void()>> tasks_;
 };
 
-/// Whether the user can move the keyboard to controls of that kind.
-[[nodiscard]] bool TakesKeyboard(const forms::Control& control);
-
 }  // namespace kestro::adapters

@@ -4,8 +4,6 @@
 #include <cerrno>
 #include <cstring>
 #include <string_view>
-#include <sys/socket.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "adapters/posix/local_socket.h"
@@ -18,28 +16,16 @@ namespace {
 constexpr std::string_view kActivate = "activate";
 constexpr std::string_view kDial = "dial ";
 constexpr std::size_t kLongestMessage = kDial.size() + 1 + core::kMostLinkDigits;
-constexpr mode_t kUserOnly = 0600;
 constexpr int kMostMessagesAtOnce = 64;
 
-[[noreturn]] void Raise() { RaiseSystemError(errno, base::kPathNotFound); }
-
-FileDescriptor NewDatagramSocket() {
-  FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-  if (!socket) Raise();
+/// What it receives tells who sent it.
+FileDescriptor NewActivationSocket() {
+  FileDescriptor socket = NewLocalSocket(SOCK_DGRAM);
+  const int on = 1;
+  if (::setsockopt(socket.get(), SOL_SOCKET, SO_PASSCRED, &on, sizeof(on)) != 0) {
+    RaiseSystemError(errno, base::kPathNotFound);
+  }
   return socket;
-}
-
-/// 0, or errno.
-int Bind(const FileDescriptor& socket, const std::string& path) {
-  const sockaddr_un address = SocketAddress(path);
-  return ::bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0 ? 0 : errno;
-}
-
-/// A socket file that nobody listens at.
-bool IsStale(const std::string& path) {
-  struct stat status {};
-  if (::lstat(path.c_str(), &status) != 0 || !S_ISSOCK(status.st_mode)) return false;
-  return ConnectTo(NewDatagramSocket(), path) == ECONNREFUSED;
 }
 
 /// Room for the sender's credentials and nothing more: descriptors sent along are
@@ -85,7 +71,7 @@ bool ReceiveOne(const FileDescriptor& socket, std::optional<ActivationSocket::Re
 
 bool Send(const std::string& socket_path, std::string_view message) {
   try {
-    const FileDescriptor socket = NewDatagramSocket();
+    const FileDescriptor socket = NewLocalSocket(SOCK_DGRAM);
     const sockaddr_un address = SocketAddress(socket_path);
     const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
     const ssize_t sent = ::sendto(socket.get(), message.data(), message.size(), MSG_NOSIGNAL | MSG_DONTWAIT,
@@ -100,38 +86,13 @@ bool Send(const std::string& socket_path, std::string_view message) {
 
 ActivationSocket::ActivationSocket(DescriptorWatcher& watcher, std::string socket_path, Handler handler)
     : watcher_(watcher),
-      path_(std::move(socket_path)),
       handler_(std::move(handler)),
-      socket_(NewDatagramSocket()) {
-  const int on = 1;
-  if (::setsockopt(socket_.get(), SOL_SOCKET, SO_PASSCRED, &on, sizeof(on)) != 0) Raise();
-  // The socket file gets the mode of the socket: at no moment is it open to others.
-  if (::fchmod(socket_.get(), kUserOnly) != 0) Raise();
-  BindReplacingStaleSocket();
-  struct stat status {};
-  if (::lstat(path_.c_str(), &status) != 0) Raise();
-  device_ = status.st_dev;
-  inode_ = status.st_ino;
+      socket_(NewActivationSocket()),
+      file_(socket_, std::move(socket_path)) {
   watcher_.Watch(socket_.get(), [this] { OnReadable(); });
 }
 
-ActivationSocket::~ActivationSocket() {
-  watcher_.Unwatch(socket_.get());
-  struct stat status {};
-  const bool is_ours =
-      ::lstat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_;
-  if (is_ours) ::unlink(path_.c_str());
-}
-
-void ActivationSocket::BindReplacingStaleSocket() {
-  int error = Bind(socket_, path_);
-  if (error == EADDRINUSE && IsStale(path_)) {
-    if (::unlink(path_.c_str()) != 0) Raise();
-    error = Bind(socket_, path_);
-  }
-  if (error == EADDRINUSE) RaiseError(base::kFileAlreadyExists, path_ + " is in use");
-  if (error != 0) RaiseSystemError(error, base::kPathNotFound);
-}
+ActivationSocket::~ActivationSocket() { watcher_.Unwatch(socket_.get()); }
 
 void ActivationSocket::OnReadable() {
   std::optional<Request> chosen;

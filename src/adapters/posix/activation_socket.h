@@ -4,11 +4,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 
 #include "adapters/posix/descriptor_watcher.h"
 #include "adapters/posix/file_descriptor.h"
 #include "adapters/posix/runtime_folder.h"
+#include "adapters/posix/socket_file.h"
 
 namespace kestro::adapters {
 
@@ -39,15 +39,12 @@ class ActivationSocket {
   ActivationSocket& operator=(const ActivationSocket&) = delete;
 
  private:
-  void BindReplacingStaleSocket();
   void OnReadable();
 
   DescriptorWatcher& watcher_;
-  std::string path_;
   Handler handler_;
   FileDescriptor socket_;
-  dev_t device_ = 0;  // of the socket file, to know it again
-  ino_t inode_ = 0;
+  SocketFile file_;
 };
 
 [[nodiscard]] std::string ActivationSocketPath(const RuntimeFolder& folder);

@@ -32,7 +32,7 @@ FileDescriptor OpenSource(const std::string& source) {
   if (!file) RaiseForFile();
   struct stat status {};
   if (::fstat(file.get(), &status) != 0) RaiseForFile();
-  if (!S_ISREG(status.st_mode)) RaiseError(base::kPathAccessError, "not a file");
+  if (!S_ISREG(status.st_mode)) base::RaiseFileError(base::kPathAccessError, "not a file");
   return file;
 }
 
@@ -101,10 +101,10 @@ void CopyFileAtomically(const std::string& source, const std::string& target, bo
   const FileDescriptor original = OpenSource(source);
   struct stat status {};
   const bool exists = ::stat(target.c_str(), &status) == 0;
-  if (exists && !overwrite) RaiseError(base::kFileAlreadyExists);
+  if (exists && !overwrite) base::RaiseFileError(base::kFileAlreadyExists);
   // A file that the user has write-protected is not replaced, although renaming could.
   const bool is_protected = (status.st_mode & S_IWUSR) == 0 || ::access(target.c_str(), W_OK) != 0;
-  if (exists && is_protected) RaiseError(base::kPathAccessError);
+  if (exists && is_protected) base::RaiseFileError(base::kPathAccessError);
   const std::string folder = FolderOf(target);
   TemporaryFile copy(folder);
   CopyBytes(original, copy);

@@ -14,7 +14,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-[[noreturn]] void RaiseNoAnswer(std::string_view reason) { RaiseError(base::kPathAccessError, reason); }
+[[noreturn]] void RaiseNoAnswer(std::string_view reason) {
+  base::RaiseFileError(base::kPathAccessError, reason);
+}
 
 void WaitFor(const FileDescriptor& socket, short events, Clock::time_point deadline) {
   while (true) {

@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "adapters/posix/local_socket.h"
 #include "adapters/posix/system_error.h"
@@ -13,25 +10,7 @@
 namespace kestro::adapters {
 namespace {
 
-constexpr mode_t kUserOnly = 0600;
-constexpr mode_t kPermissionBits = 07777;
 constexpr int kBacklog = 8;
-
-[[noreturn]] void Raise() { RaiseSystemError(errno, base::kPathNotFound); }
-
-/// 0, or errno.
-int Bind(const FileDescriptor& listener, const std::string& path) {
-  const sockaddr_un address = SocketAddress(path);
-  const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
-  return ::bind(listener.get(), generic, sizeof(address)) == 0 ? 0 : errno;
-}
-
-/// A socket file that nobody listens at.
-bool IsStale(const std::string& path) {
-  struct stat status {};
-  if (::lstat(path.c_str(), &status) != 0 || !S_ISSOCK(status.st_mode)) return false;
-  return ConnectTo(NewLocalSocket(), path) == ECONNREFUSED;
-}
 
 /// As much as the socket takes without waiting; a program that does not read its reply loses it.
 void Send(const FileDescriptor& socket, std::string_view text) {
@@ -58,48 +37,16 @@ Received ReceiveInto(std::string& received, const FileDescriptor& socket) {
 
 ControlSocketServer::ControlSocketServer(DescriptorWatcher& watcher, std::string socket_path, Handler handler)
     : watcher_(watcher),
-      path_(std::move(socket_path)),
       handler_(std::move(handler)),
-      listener_(NewLocalSocket()) {
-  BindReplacingStaleSocket();
-  try {
-    Listen();
-  } catch (...) {
-    ::unlink(path_.c_str());
-    throw;
-  }
+      listener_(NewLocalSocket()),
+      file_(listener_, std::move(socket_path)) {
+  if (::listen(listener_.get(), kBacklog) != 0) RaiseSystemError(errno, base::kPathNotFound);
   watcher_.Watch(listener_.get(), [this] { OnConnection(); });
 }
 
 ControlSocketServer::~ControlSocketServer() {
   watcher_.Unwatch(listener_.get());
   for (const Connection& connection : connections_) watcher_.Unwatch(connection.socket.get());
-  struct stat status {};
-  const bool is_ours =
-      ::lstat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_;
-  if (is_ours) ::unlink(path_.c_str());
-}
-
-void ControlSocketServer::BindReplacingStaleSocket() {
-  int error = Bind(listener_, path_);
-  if (error == EADDRINUSE && IsStale(path_)) {
-    if (::unlink(path_.c_str()) != 0) Raise();
-    error = Bind(listener_, path_);
-  }
-  if (error == EADDRINUSE) RaiseError(base::kFileAlreadyExists, path_ + " is in use");
-  if (error != 0) RaiseSystemError(error, base::kPathNotFound);
-}
-
-/// Nobody can connect before the listening, so the mode counts from the first connection on.
-void ControlSocketServer::Listen() {
-  struct stat status {};
-  if (::chmod(path_.c_str(), kUserOnly) != 0 || ::lstat(path_.c_str(), &status) != 0) Raise();
-  if (!S_ISSOCK(status.st_mode) || (status.st_mode & kPermissionBits) != kUserOnly) {
-    RaiseError(base::kPathAccessError, path_);
-  }
-  device_ = status.st_dev;
-  inode_ = status.st_ino;
-  if (::listen(listener_.get(), kBacklog) != 0) Raise();
 }
 
 void ControlSocketServer::OnConnection() {

@@ -4,10 +4,10 @@
 #include <list>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 
 #include "adapters/posix/descriptor_watcher.h"
 #include "adapters/posix/file_descriptor.h"
+#include "adapters/posix/socket_file.h"
 
 namespace kestro::adapters {
 
@@ -43,8 +43,6 @@ class ControlSocketServer {
   };
   using Connections = std::list<Connection>;
 
-  void Listen();
-  void BindReplacingStaleSocket();
   void OnConnection();
   void OnReadable(int descriptor);
   void Serve(Connections::iterator connection);
@@ -52,11 +50,9 @@ class ControlSocketServer {
   [[nodiscard]] Connection Take(Connections::iterator connection);
 
   DescriptorWatcher& watcher_;
-  std::string path_;
   Handler handler_;
   FileDescriptor listener_;
-  dev_t device_ = 0;  // of the socket file, to know it again
-  ino_t inode_ = 0;
+  SocketFile file_;
   Connections connections_;  // waiting for their request, the oldest first
 };
 

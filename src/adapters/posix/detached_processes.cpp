@@ -114,9 +114,9 @@ DetachedProcesses::~DetachedProcesses() {
 }
 
 void DetachedProcesses::Start(std::vector<std::string> arguments, std::chrono::milliseconds patience) {
-  if (arguments.empty() || arguments[0].empty()) RaiseError(base::kFileNotFound);
+  if (arguments.empty() || arguments[0].empty()) base::RaiseFileError(base::kFileNotFound);
   for (const std::string& argument : arguments) {
-    if (argument.find('\0') != std::string::npos) RaiseError(base::kPathAccessError, "a zero byte");
+    if (argument.find('\0') != std::string::npos) base::RaiseFileError(base::kPathAccessError, "a zero byte");
   }
   // A process that cannot be watched must not be started: this takes the descriptor for it in advance.
   FileDescriptor handle = OpenHandle(::getpid());

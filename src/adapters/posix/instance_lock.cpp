@@ -27,7 +27,7 @@ bool InstanceLock::AnotherInstanceRuns() {
   if (!file) Raise();
   struct stat status {};
   if (::fstat(file.get(), &status) != 0) Raise();
-  if (!S_ISREG(status.st_mode)) RaiseError(base::kPathAccessError, path + " is not a file");
+  if (!S_ISREG(status.st_mode)) base::RaiseFileError(base::kPathAccessError, path + " is not a file");
   while (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
     if (errno == EWOULDBLOCK) return true;
     if (errno != EINTR) Raise();

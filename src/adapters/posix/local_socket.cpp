@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include "adapters/posix/system_error.h"
@@ -13,14 +12,14 @@ sockaddr_un SocketAddress(const std::string& path) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   if (path.empty() || path.size() >= sizeof(address.sun_path)) {
-    RaiseError(base::kPathAccessError, "the path of the socket is too long: " + path);
+    base::RaiseFileError(base::kPathAccessError, "the path of the socket is too long: " + path);
   }
   std::copy(path.begin(), path.end(), address.sun_path);
   return address;
 }
 
-FileDescriptor NewLocalSocket() {
-  FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+FileDescriptor NewLocalSocket(int type) {
+  FileDescriptor socket(::socket(AF_UNIX, type | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   if (!socket) RaiseSystemError(errno, base::kPathNotFound);
   return socket;
 }

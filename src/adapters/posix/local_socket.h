@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <sys/socket.h>
 #include <sys/un.h>
 
 #include "adapters/posix/file_descriptor.h"
@@ -10,8 +11,8 @@ namespace kestro::adapters {
 /// Raises 75 for a path that does not fit into a socket address.
 [[nodiscard]] sockaddr_un SocketAddress(const std::string& path);
 
-/// A local stream socket that does not block. Raises 75.
-[[nodiscard]] FileDescriptor NewLocalSocket();
+/// A local socket that does not block, SOCK_STREAM or SOCK_DGRAM. Raises 75.
+[[nodiscard]] FileDescriptor NewLocalSocket(int type = SOCK_STREAM);
 
 /// 0, or errno.
 [[nodiscard]] int ConnectTo(const FileDescriptor& socket, const std::string& path);

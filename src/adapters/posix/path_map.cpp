@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <string>
 
-#include "adapters/posix/system_error.h"
+#include "base/runtime_error.h"
+#include "ports/file_system.h"
 
 namespace kestro::adapters {
 namespace {
@@ -29,20 +30,6 @@ const PathMount* LongestMount(const std::vector<PathMount>& mounts, std::string 
   return longest;
 }
 
-/// True when the components lead above their start, be it for a moment.
-bool LeadsOut(std::string_view native_path) {
-  int depth = 0;
-  while (!native_path.empty()) {
-    const auto end = std::min(native_path.find('/'), native_path.size());
-    const std::string_view component = native_path.substr(0, end);
-    native_path.remove_prefix(std::min(end + 1, native_path.size()));
-    if (component.empty() || component == ".") continue;
-    depth += component == ".." ? -1 : 1;
-    if (depth < 0) return true;
-  }
-  return false;
-}
-
 bool HasDrive(std::string_view path) {
   const auto is_letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
   return path.size() >= 2 && path[1] == ':' && is_letter(path[0]);
@@ -58,21 +45,21 @@ PathMap::PathMap(std::vector<PathMount> mounts) : mounts_(std::move(mounts)) {
 }
 
 std::string PathMap::ToNative(std::string_view system_path) const {
-  if (system_path.find('\0') != std::string_view::npos) RaiseError(base::kPathNotFound);
+  if (system_path.find('\0') != std::string_view::npos) base::RaiseFileError(base::kPathNotFound);
   std::string path(system_path);
   std::replace(path.begin(), path.end(), '/', '\\');
   const PathMount* const mount = LongestMount(mounts_, &PathMount::system, path, '\\');
-  if (mount == nullptr && HasDrive(path)) RaiseError(base::kPathNotFound);
+  if (mount == nullptr && HasDrive(path)) base::RaiseFileError(base::kPathNotFound);
   if (mount != nullptr) path.erase(0, mount->system.size());
+  if (mount != nullptr && ports::LeadsOut(path)) base::RaiseFileError(base::kPathNotFound);
   std::replace(path.begin(), path.end(), '\\', '/');
   if (mount == nullptr) return path;
-  if (LeadsOut(path)) RaiseError(base::kPathNotFound);
   const std::string native = mount->native + path;
   return native.empty() ? "/" : native;
 }
 
 std::string PathMap::ToSystem(std::string_view native_path) const {
-  if (native_path.find('\\') != std::string_view::npos) RaiseError(base::kPathNotFound);
+  if (native_path.find('\\') != std::string_view::npos) base::RaiseFileError(base::kPathNotFound);
   std::string path(native_path);
   const PathMount* const mount = LongestMount(mounts_, &PathMount::native, path, '/');
   if (mount != nullptr) path.erase(0, mount->native.size());

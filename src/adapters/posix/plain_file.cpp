@@ -23,7 +23,7 @@ FileDescriptor OpenPlainFile(const std::string& path) {
   if (!file) Raise();
   struct stat status {};
   if (::fstat(file.get(), &status) != 0) Raise();
-  if (!S_ISREG(status.st_mode)) RaiseError(base::kPathAccessError, "not a file");
+  if (!S_ISREG(status.st_mode)) base::RaiseFileError(base::kPathAccessError, "not a file");
   return file;
 }
 

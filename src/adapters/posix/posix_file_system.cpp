@@ -66,7 +66,7 @@ void PosixFileSystem::CopyFileTo(std::string_view source, std::string_view targe
 
 int PosixFileSystem::FileAttributes(std::string_view path) const {
   const auto mode = ModeOf(paths_, path);
-  if (!mode) RaiseError(base::kFileNotFound);
+  if (!mode) base::RaiseFileError(base::kFileNotFound);
   const bool writable = (*mode & S_IWUSR) != 0 && ::access(paths_.ToNative(path).c_str(), W_OK) == 0;
   return (writable ? 0 : kReadOnlyAttribute) | (S_ISDIR(*mode) ? kFolderAttribute : 0);
 }
@@ -88,7 +88,7 @@ std::string PosixFileSystem::ReadTextLinesJoined(std::string_view path, std::siz
 std::string PosixFileSystem::ProgramFolder() const { return paths_.ToSystem(program_folder_); }
 
 std::string PosixFileSystem::UserDataFolder() const {
-  if (user_data_folder_.empty()) RaiseError(base::kPathNotFound, "there is no home folder");
+  if (user_data_folder_.empty()) base::RaiseFileError(base::kPathNotFound, "there is no home folder");
   return paths_.ToSystem(user_data_folder_);
 }
 

@@ -33,7 +33,7 @@ RuntimeFolder::RuntimeFolder() : path_(RuntimeFolderPath()) {}
 
 void RuntimeFolder::Prepare() const {
   if (::mkdir(path_.c_str(), kUserOnly) != 0 && errno != EEXIST) RaiseSystemError(errno, base::kPathNotFound);
-  if (!Exists()) RaiseError(base::kPathNotFound, path_);
+  if (!Exists()) base::RaiseFileError(base::kPathNotFound, path_);
 }
 
 bool RuntimeFolder::Exists() const {
@@ -43,7 +43,7 @@ bool RuntimeFolder::Exists() const {
     RaiseSystemError(errno, base::kPathNotFound);
   }
   if (!IsOwnFolder(status) || (status.st_mode & kPermissionBits) != kUserOnly) {
-    RaiseError(base::kPathAccessError, path_ + " is not a folder of this user alone (mode 0700)");
+    base::RaiseFileError(base::kPathAccessError, path_ + " is not a folder of this user alone (mode 0700)");
   }
   return true;
 }

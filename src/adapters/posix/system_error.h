@@ -13,7 +13,4 @@ namespace kestro::adapters {
 /// gets the given number: 53 for a file, 76 for a folder.
 [[noreturn]] void RaiseSystemError(int error, std::int32_t number_when_missing);
 
-/// Raises the run-time error with its usual text and, behind ": ", more about it.
-[[noreturn]] void RaiseError(std::int32_t number, std::string_view more = {});
-
 }  // namespace kestro::adapters

@@ -95,7 +95,7 @@ class ComboBoxBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindComboBox(forms::ComboBox& combo, QWidget& parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::ComboBox& combo, QWidget& parent, BindingOwner& owner) {
   return std::make_unique<ComboBoxBinding>(combo, parent, owner);
 }
 

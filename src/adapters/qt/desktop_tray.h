@@ -18,6 +18,8 @@ class DesktopTray final : public TrayBackend {
   /// `application` and `open_label` (UTF-8) appear in notifications.
   DesktopTray(std::string_view application, std::string_view open_label);
   ~DesktopTray() override;
+  DesktopTray(const DesktopTray&) = delete;
+  DesktopTray& operator=(const DesktopTray&) = delete;
 
   /// Finds out what the desktop offers. To be called once, before anything
   /// else: a desktop that is still starting gets `patience` to bring its area

@@ -73,7 +73,7 @@ class FrameBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindFrame(forms::Frame& frame, QWidget& parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::Frame& frame, QWidget& parent, BindingOwner& owner) {
   return std::make_unique<FrameBinding>(frame, parent, owner);
 }
 

@@ -20,6 +20,8 @@ class GridBinding final : public ControlBinding {
     }
   }
   ~GridBinding() override { view_.setModel(nullptr); }
+  GridBinding(const GridBinding&) = delete;
+  GridBinding& operator=(const GridBinding&) = delete;
 
   [[nodiscard]] QWidget& widget() const override { return view_; }
   void Detach() override { rows_.Forget(); }
@@ -63,7 +65,7 @@ class GridBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindGrid(forms::Grid& grid, QWidget& parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::Grid& grid, QWidget& parent, BindingOwner& owner) {
   return std::make_unique<GridBinding>(grid, parent, owner);
 }
 

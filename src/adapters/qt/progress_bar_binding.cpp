@@ -27,8 +27,7 @@ class ProgressBarBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindProgressBar(forms::ProgressBar& bar, QWidget& parent,
-                                                BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::ProgressBar& bar, QWidget& parent, BindingOwner& owner) {
   return std::make_unique<ProgressBarBinding>(bar, parent, owner);
 }
 

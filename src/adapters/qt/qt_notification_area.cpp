@@ -36,7 +36,7 @@ QtNotificationArea::~QtNotificationArea() {
 
 ports::IconHandle QtNotificationArea::LoadIconFile(std::string_view path) {
   const QString file = ToQString(native_path_(path));
-  if (!QFileInfo(file).isFile()) throw base::RuntimeError(base::kFileNotFound, "File not found");
+  if (!QFileInfo(file).isFile()) base::RaiseFileError(base::kFileNotFound);
   const QIcon icon(file);
   if (icon.availableSizes().isEmpty()) throw base::RuntimeError(base::kInvalidPicture, "Invalid picture");
   const auto next = static_cast<ports::IconHandle>(handles_.size() + 1);

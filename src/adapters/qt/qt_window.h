@@ -36,6 +36,8 @@ class QtWindow final : public QWidget, private BindingOwner {
   /// outlive it, the form only until Detach.
   QtWindow(forms::Form& form, forms::WindowHandle handle, EventBoundary& boundary, WindowListener& listener);
   ~QtWindow() override;
+  QtWindow(const QtWindow&) = delete;
+  QtWindow& operator=(const QtWindow&) = delete;
 
   /// The form is going: hides the window, which hears of nothing from now on.
   void Detach();
@@ -98,7 +100,6 @@ class QtWindow final : public QWidget, private BindingOwner {
   void GiveFirstFocus();
   void GiveFocus(const forms::Control* control);
   [[nodiscard]] bool IsUsersMove(Qt::FocusReason reason) const;
-  [[nodiscard]] bool CanHaveFocus(const forms::Control& control) const;
 
   forms::Form* form_;
   forms::WindowHandle handle_;

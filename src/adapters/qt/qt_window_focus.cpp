@@ -1,8 +1,7 @@
-#include <algorithm>
-
 #include <QFocusEvent>
 
 #include "adapters/qt/qt_window.h"
+#include "forms/keyboard_focus.h"
 
 // Where the keyboard is inside a window. The rules are the program's, not the
 // toolkit's: the same on every front end.
@@ -11,13 +10,6 @@ namespace kestro::adapters {
 namespace {
 
 using forms::Control;
-using forms::ControlKind;
-
-bool TakesKeyboard(const Control& control) {
-  const ControlKind kind = control.kind();
-  return kind == ControlKind::kButton || kind == ControlKind::kTextBox || kind == ControlKind::kComboBox ||
-         kind == ControlKind::kCheckBox || kind == ControlKind::kGrid;
-}
 
 bool IsUsersReason(Qt::FocusReason reason) {
   return reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
@@ -34,12 +26,8 @@ bool QtWindow::IsUsersMove(Qt::FocusReason reason) const {
   return IsUsersReason(reason) && (reason == Qt::MouseFocusReason || holder_stays);
 }
 
-bool QtWindow::CanHaveFocus(const Control& control) const {
-  return TakesKeyboard(control) && control.Reachable();
-}
-
 void QtWindow::FocusControl(const Control& control) {
-  if (CanHaveFocus(control)) GiveFocus(&control);
+  if (forms::CanHaveKeyboard(control)) GiveFocus(&control);
 }
 
 void QtWindow::GiveFocus(const Control* control) {
@@ -55,28 +43,20 @@ void QtWindow::GiveFocus(const Control* control) {
 
 void QtWindow::GiveFirstFocus() {
   if (focus_ != nullptr) return;
-  const auto& controls = form_->controls();
-  const auto first = std::find_if(controls.begin(), controls.end(),
-                                  [this](const Control* control) { return CanHaveFocus(*control); });
-  if (first != controls.end()) GiveFocus(*first);
+  if (const Control* first = forms::KeyboardPlaceFrom(*form_, nullptr)) GiveFocus(first);
 }
 
 /// A control that can no longer have the keyboard hands it to the next one that can.
 void QtWindow::MoveFocusOn() {
   if (form_ == nullptr || focus_ == nullptr || focus_->Reachable()) return;
-  std::vector<const Control*> candidates(form_->controls().begin(), form_->controls().end());
-  const auto place = std::find(candidates.begin(), candidates.end(), focus_);
-  std::rotate(candidates.begin(), place, candidates.end());
-  const auto next = std::find_if(candidates.begin(), candidates.end(),
-                                 [this](const Control* control) { return CanHaveFocus(*control); });
-  GiveFocus(next == candidates.end() ? nullptr : *next);
+  GiveFocus(forms::KeyboardPlaceFrom(*form_, focus_));
 }
 
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusIn && !giving_focus_ && form_ != nullptr &&
       IsUsersMove(static_cast<QFocusEvent*>(event)->reason())) {
     for (const auto& [control, binding] : by_control_) {
-      if (&binding->widget() == watched && TakesKeyboard(*control)) focus_ = control;
+      if (&binding->widget() == watched && forms::TakesKeyboard(*control)) focus_ = control;
     }
   }
   return QWidget::eventFilter(watched, event);
@@ -85,7 +65,7 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
 const Control* QtWindow::FocusedControl() const {
   const QWidget* holder = focusWidget();
   for (const auto& [control, binding] : by_control_) {
-    if (&binding->widget() == holder && TakesKeyboard(*control)) return control;
+    if (&binding->widget() == holder && forms::TakesKeyboard(*control)) return control;
   }
   return nullptr;
 }

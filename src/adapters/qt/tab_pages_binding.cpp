@@ -77,7 +77,7 @@ class TabPagesBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindTabPages(forms::TabPages& pages, QWidget& parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::TabPages& pages, QWidget& parent, BindingOwner& owner) {
   return std::make_unique<TabPagesBinding>(pages, parent, owner);
 }
 

@@ -123,7 +123,7 @@ class LinesBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindTextBox(forms::TextBox& box, QWidget& parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::TextBox& box, QWidget& parent, BindingOwner& owner) {
   if (box.lines() == forms::TextBox::Lines::kOne) return std::make_unique<LineBinding>(box, parent, owner);
   return std::make_unique<LinesBinding>(box, parent, owner);
 }

@@ -82,7 +82,7 @@ class ToolBarBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindToolBar(forms::ToolBar& bar, QWidget& parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::ToolBar& bar, QWidget& parent, BindingOwner& owner) {
   return std::make_unique<ToolBarBinding>(bar, parent, owner);
 }
 

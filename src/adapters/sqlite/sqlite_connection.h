@@ -21,6 +21,8 @@ class SqliteConnection final : public ports::Connection {
       : pool_(pool), native_path_(native_path) {}
   /// Closes; an open transaction is rolled back.
   ~SqliteConnection() override;
+  SqliteConnection(const SqliteConnection&) = delete;
+  SqliteConnection& operator=(const SqliteConnection&) = delete;
 
   void SetConnectionString(std::string_view text) override { connection_string_ = text; }
   /// The engine has one cursor kind and no users; locking is stricter than any level asked for.

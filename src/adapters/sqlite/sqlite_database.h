@@ -18,6 +18,7 @@ class SqliteDatabase final : public ports::Database {
   /// `files` must outlive this object and what it makes.
   SqliteDatabase(jet::FileLayer& files, NativePathFunction native_path)
       : native_path_(std::move(native_path)), pool_(files) {}
+  ~SqliteDatabase() override = default;
   SqliteDatabase(const SqliteDatabase&) = delete;
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 

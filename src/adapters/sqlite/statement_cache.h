@@ -42,6 +42,8 @@ class StatementCache {
       return *this;
     }
     ~Lease() { GiveBack(); }
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
 
     [[nodiscard]] sqlite3_stmt* get() const { return node_.mapped().get(); }
     [[nodiscard]] const std::string& text() const { return node_.key(); }

@@ -8,7 +8,7 @@
 namespace kestro::adapters {
 namespace {
 
-constexpr std::size_t kBlockBytes = 64UL * 1024UL;
+constexpr std::size_t kBlockBytes = std::size_t{64} * 1024;
 constexpr const wchar_t* kNamePrefix = L"ctc";
 
 [[noreturn]] void RaiseForFolder() { RaiseSystemError(::GetLastError(), base::kPathNotFound); }
@@ -66,8 +66,8 @@ void CopyFileAtomically(const std::wstring& source, const std::wstring& target, 
   const Handle original = OpenPlainFile(source);
   const DWORD attributes = ::GetFileAttributesW(target.c_str());
   const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
-  if (exists && !overwrite) RaiseError(base::kFileAlreadyExists);
-  if (exists && (attributes & FILE_ATTRIBUTE_READONLY) != 0) RaiseError(base::kPathAccessError);
+  if (exists && !overwrite) base::RaiseFileError(base::kFileAlreadyExists);
+  if (exists && (attributes & FILE_ATTRIBUTE_READONLY) != 0) base::RaiseFileError(base::kPathAccessError);
   TemporaryFile copy(FolderOf(target));
   copy.CopyFrom(original);
   copy.RenameTo(target, overwrite);

@@ -3,13 +3,13 @@
 #include <array>
 
 #include "adapters/win32/local_socket.h"
-#include "adapters/win32/system_error.h"
+#include "base/runtime_error.h"
 
 namespace kestro::adapters {
 namespace {
 
 constexpr DWORD kTimeoutMs = 10'000;
-constexpr std::size_t kMaximumReplyBytes = 64UL * 1024UL;
+constexpr std::size_t kMaximumReplyBytes = std::size_t{64} * 1024;
 
 }  // namespace
 
@@ -30,7 +30,7 @@ std::optional<std::string> AskControlServer(std::uint16_t port, std::string_view
     count = ::recv(socket.get(), block.data(), static_cast<int>(block.size()), 0);
     if (count > 0) reply.append(block.data(), static_cast<std::size_t>(count));
   }
-  if (reply.empty()) RaiseError(base::kPathAccessError, "the program does not answer");
+  if (reply.empty()) base::RaiseFileError(base::kPathAccessError, "the program does not answer");
   return reply;
 }
 

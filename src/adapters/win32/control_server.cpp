@@ -11,7 +11,8 @@ constexpr UINT kSocketEvent = WM_APP + 0x53;
 constexpr int kBacklog = 8;
 
 [[noreturn]] void Raise() {
-  RaiseError(base::kPathAccessError, SystemErrorText(static_cast<std::uint32_t>(::WSAGetLastError())));
+  base::RaiseFileError(base::kPathAccessError,
+                       SystemErrorText(static_cast<std::uint32_t>(::WSAGetLastError())));
 }
 
 void SendAll(const Socket& socket, std::string_view text) {

@@ -1,8 +1,8 @@
 #include "adapters/win32/notification_area.h"
 
 #include "adapters/win32/notification_record.h"
-#include "adapters/win32/system_error.h"
 #include "adapters/win32/wide_text.h"
+#include "base/runtime_error.h"
 
 namespace kestro::adapters {
 
@@ -23,7 +23,8 @@ Win32NotificationArea::~Win32NotificationArea() {
 
 ports::IconHandle Win32NotificationArea::LoadIconFile(std::string_view path) {
   const std::wstring file = ToWide(path);
-  if (::GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES) RaiseError(base::kFileNotFound);
+  if (::GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES)
+    base::RaiseFileError(base::kFileNotFound);
   Icon icon(
       static_cast<HICON>(::LoadImageW(nullptr, file.c_str(), IMAGE_ICON, ::GetSystemMetrics(SM_CXSMICON),
                                       ::GetSystemMetrics(SM_CYSMICON), LR_LOADFROMFILE)));

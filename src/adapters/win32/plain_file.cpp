@@ -8,8 +8,8 @@
 namespace kestro::adapters {
 namespace {
 
-constexpr std::size_t kBlockBytes = 16UL * 1024UL;
-constexpr std::size_t kMostBytesAtOnce = 1UL << 20U;
+constexpr std::size_t kBlockBytes = std::size_t{16} * 1024;
+constexpr std::size_t kMostBytesAtOnce = std::size_t{1} << 20U;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 [[noreturn]] void Raise() { RaiseSystemError(::GetLastError(), base::kFileNotFound); }
@@ -20,7 +20,7 @@ Handle OpenPlainFile(const std::wstring& path) {
   Handle file = OwnHandle(::CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) Raise();
-  if (::GetFileType(file.get()) != FILE_TYPE_DISK) RaiseError(base::kPathAccessError, "not a file");
+  if (::GetFileType(file.get()) != FILE_TYPE_DISK) base::RaiseFileError(base::kPathAccessError, "not a file");
   return file;
 }
 

@@ -7,22 +7,6 @@
 #include "adapters/win32/wide_text.h"
 
 namespace kestro::adapters {
-namespace {
-
-std::string TextOf(std::int32_t number) {
-  switch (number) {
-    case base::kFileNotFound:
-      return "File not found";
-    case base::kFileAlreadyExists:
-      return "File already exists";
-    case base::kPathNotFound:
-      return "Path not found";
-    default:
-      return "Path/File access error";
-  }
-}
-
-}  // namespace
 
 std::string SystemErrorText(std::uint32_t error) {
   std::array<wchar_t, 512> buffer{};
@@ -33,16 +17,9 @@ std::string SystemErrorText(std::uint32_t error) {
   return text.empty() ? "error " + std::to_string(error) : text;
 }
 
-void RaiseError(std::int32_t number, std::string_view more) {
-  std::string text = TextOf(number);
-  if (!more.empty()) text.append(": ").append(more);
-  throw base::RuntimeError(number, text);
-}
-
 void RaiseSystemError(std::uint32_t error, std::int32_t number_when_missing) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
-      RaiseError(number_when_missing);
     case ERROR_PATH_NOT_FOUND:
     case ERROR_INVALID_NAME:
     case ERROR_DIRECTORY:
@@ -50,15 +27,15 @@ void RaiseSystemError(std::uint32_t error, std::int32_t number_when_missing) {
     case ERROR_BAD_NETPATH:
     case ERROR_BAD_NET_NAME:
       // For a file the missing folder is as good a reason for not finding it.
-      RaiseError(number_when_missing);
+      base::RaiseFileError(number_when_missing);
     case ERROR_FILE_EXISTS:
     case ERROR_ALREADY_EXISTS:
-      RaiseError(base::kFileAlreadyExists);
+      base::RaiseFileError(base::kFileAlreadyExists);
     case ERROR_ACCESS_DENIED:
     case ERROR_WRITE_PROTECT:
-      RaiseError(base::kPathAccessError);
+      base::RaiseFileError(base::kPathAccessError);
     default:
-      RaiseError(base::kPathAccessError, SystemErrorText(error));
+      base::RaiseFileError(base::kPathAccessError, SystemErrorText(error));
   }
 }
 

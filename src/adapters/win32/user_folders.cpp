@@ -6,8 +6,8 @@
 #include <shlobj.h>
 #include <vector>
 
-#include "adapters/win32/system_error.h"
 #include "adapters/win32/wide_text.h"
+#include "base/runtime_error.h"
 
 namespace kestro::adapters {
 namespace {
@@ -41,7 +41,7 @@ std::string ProgramFolder() {
   const DWORD size = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
   const std::wstring_view file(path.data(), size);
   const auto separator = file.find_last_of(L'\\');
-  if (size == 0 || separator == std::wstring_view::npos) RaiseError(base::kFileNotFound);
+  if (size == 0 || separator == std::wstring_view::npos) base::RaiseFileError(base::kFileNotFound);
   return ToUtf8(file.substr(0, separator));
 }
 

@@ -24,7 +24,7 @@ Win32FileSystem::Win32FileSystem(std::string program_folder, std::string user_da
       real_path_(std::move(real_path)) {}
 
 std::wstring Win32FileSystem::RealPath(std::string_view path) const {
-  if (path.find('\0') != std::string_view::npos) RaiseError(base::kPathNotFound);
+  if (path.find('\0') != std::string_view::npos) base::RaiseFileError(base::kPathNotFound);
   return ToWide(real_path_ ? real_path_(path) : std::string(path));
 }
 
@@ -55,7 +55,7 @@ void Win32FileSystem::CreateFolder(std::string_view path) {
 void Win32FileSystem::CopyFileTo(std::string_view source, std::string_view target, bool overwrite) {
   // The system calls a name that no file can have a missing path.
   if (ToWide(ports::GetFileName(target)).size() > kLongestName) {
-    RaiseError(base::kPathAccessError, "File name too long");
+    base::RaiseFileError(base::kPathAccessError, "File name too long");
   }
   CopyFileAtomically(RealPath(source), RealPath(target), overwrite);
 }
@@ -63,7 +63,7 @@ void Win32FileSystem::CopyFileTo(std::string_view source, std::string_view targe
 int Win32FileSystem::FileAttributes(std::string_view path) const {
   constexpr unsigned long kFirstByte = 0xFF;  // read-only, hidden, system, folder, archive
   const auto attributes = AttributesOf(path);
-  if (attributes == INVALID_FILE_ATTRIBUTES) RaiseError(base::kFileNotFound);
+  if (attributes == INVALID_FILE_ATTRIBUTES) base::RaiseFileError(base::kFileNotFound);
   return static_cast<int>(attributes & kFirstByte);
 }
 
@@ -82,7 +82,7 @@ std::string Win32FileSystem::ReadTextLinesJoined(std::string_view path, std::siz
 }
 
 std::string Win32FileSystem::UserDataFolder() const {
-  if (user_data_folder_.empty()) RaiseError(base::kPathNotFound, "there is no home folder");
+  if (user_data_folder_.empty()) base::RaiseFileError(base::kPathNotFound, "there is no home folder");
   return user_data_folder_;
 }
 

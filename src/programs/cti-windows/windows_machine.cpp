@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <fstream>
 
-#include "adapters/win32/system_error.h"
 #include "adapters/win32/wide_text.h"
+#include "base/runtime_error.h"
 
 namespace kestro::programs {
 namespace {
@@ -29,20 +29,6 @@ void AsRuntimeError(Work work) {
   }
 }
 
-/// True when the components lead above their start, be it for a moment.
-bool LeadsOut(std::string_view path) {
-  int depth = 0;
-  while (!path.empty()) {
-    const auto end = std::min(path.find('\\'), path.size());
-    const std::string_view component = path.substr(0, end);
-    path.remove_prefix(std::min(end + 1, path.size()));
-    if (component.empty() || component == ".") continue;
-    depth += component == ".." ? -1 : 1;
-    if (depth < 0) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 WindowsMachine::WindowsMachine(const fs::path& folder, const fs::path& installed)
@@ -59,14 +45,14 @@ WindowsMachine::WindowsMachine(const fs::path& folder, const fs::path& installed
 }
 
 std::string WindowsMachine::RealPath(std::string_view path) const {
-  if (path.find('\0') != std::string_view::npos) adapters::RaiseError(base::kPathNotFound);
+  if (path.find('\0') != std::string_view::npos) base::RaiseFileError(base::kPathNotFound);
   std::string real(path);
   std::replace(real.begin(), real.end(), '/', '\\');
   const bool on_drive =
       real.starts_with(kDrive) && (real.size() == kDrive.size() || real[kDrive.size()] == '\\');
-  if (!on_drive) adapters::RaiseError(base::kPathNotFound);
+  if (!on_drive) base::RaiseFileError(base::kPathNotFound);
   real.erase(0, kDrive.size());
-  if (LeadsOut(real)) adapters::RaiseError(base::kPathNotFound);
+  if (ports::LeadsOut(real)) base::RaiseFileError(base::kPathNotFound);
   return folder_ + real;
 }
 

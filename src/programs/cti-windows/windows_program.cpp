@@ -10,8 +10,9 @@
 namespace kestro::programs {
 
 WindowsProgram::WindowsProgram()
-    : log_(clock_, adapters::LocalDataFolder(),
-           [](const std::string& text) { std::cerr << "CTI: " << text << std::endl; }),
+    : log_(clock_, log_on_disk_,
+           {adapters::LocalDataFolder(),
+            [](const std::string& text) { std::cerr << "CTI: " << text << std::endl; }, "\r\n"}),
       files_(adapters::ProgramFolder(), adapters::UserDataFolder(settings_)),
       database_(database_files_,
                 [](std::string_view path) { return std::filesystem::path(adapters::ToWide(path)); }),

@@ -17,17 +17,18 @@
 #include "adapters/win32/front_end/win32_message_boxes.h"
 #include "adapters/win32/hidden_window.h"
 #include "adapters/win32/instance_mutex.h"
-#include "adapters/win32/log_file.h"
 #include "adapters/win32/notification_area.h"
 #include "adapters/win32/process_control.h"
 #include "adapters/win32/registry_settings.h"
 #include "adapters/win32/shell_information.h"
 #include "adapters/win32/shell_open.h"
-#include "adapters/win32/system_clock.h"
 #include "adapters/win32/system_information.h"
 #include "adapters/win32/tapi_line_functions.h"
 #include "adapters/win32/win32_file_system.h"
+#include "adapters/win32/win32_growing_file.h"
 #include "app/application.h"
+#include "core/log_file.h"
+#include "core/system_clock.h"
 #include "generated/version.h"
 
 namespace kestro::programs {
@@ -61,8 +62,9 @@ class WindowsProgram {
   adapters::EventPoster poster_{window_, RunAs(Boundary::Cause::kSystem)};
   adapters::SystemCodePage code_page_;
   adapters::RegistrySettings settings_{code_page_};
-  adapters::SystemClock clock_;
-  adapters::LogFile log_;
+  core::SystemClock clock_;
+  adapters::Win32GrowingFile log_on_disk_;
+  core::LogFile log_;
   adapters::Win32FileSystem files_;
   adapters::SystemFileLayer database_files_;
   adapters::SqliteDatabase database_;

@@ -29,8 +29,9 @@ std::string_view CatalogueText(int number) {
   return found == texts.end() ? std::string_view() : found->text;
 }
 
-adapters::LogFile::Options LogOptions() {
-  return {adapters::LogFallbackFolder(),
+core::LogFile::Options LogOptions() {
+  const std::string home = adapters::UserStateHome();
+  return {home.empty() ? home : home + "/kestro-cti",
           [](const std::string& text) { std::cerr << "kestro-cti: " << text << std::endl; }};
 }
 
@@ -40,7 +41,7 @@ DesktopProgram::DesktopProgram(World world, adapters::InstanceLock instances, co
     : program_folder_(adapters::ExecutableFolder()),
       database_(database_files_,
                 [this](std::string_view path) { return std::filesystem::path(NativePath(path)); }),
-      log_(clock_, paths_, LogOptions()),
+      log_(clock_, log_on_disk_, LogOptions()),
       world_(MakeWorld(world)),
       files_(paths_, program_folder_, world_.user_data_folder),
       exchange_([this](std::function<void()> task) { poster_(std::move(task)); }),

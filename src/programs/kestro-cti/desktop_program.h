@@ -11,12 +11,11 @@
 #include "adapters/posix/detached_processes.h"
 #include "adapters/posix/iconv_code_page.h"
 #include "adapters/posix/instance_lock.h"
-#include "adapters/posix/log_file.h"
 #include "adapters/posix/path_map.h"
 #include "adapters/posix/posix_file_system.h"
+#include "adapters/posix/posix_growing_file.h"
 #include "adapters/posix/posix_shell_information.h"
 #include "adapters/posix/runtime_folder.h"
-#include "adapters/posix/system_clock.h"
 #include "adapters/posix/system_information.h"
 #include "adapters/qt/desktop_tray.h"
 #include "adapters/qt/event_boundary.h"
@@ -31,6 +30,8 @@
 #include "adapters/qt/qt_process_control.h"
 #include "adapters/sqlite/sqlite_database.h"
 #include "app/application.h"
+#include "core/log_file.h"
+#include "core/system_clock.h"
 #include "exchange/exchange.h"
 #include "exchange/exchange_commands.h"
 #include "programs/kestro-cti/chosen_dialling.h"
@@ -92,8 +93,9 @@ class DesktopProgram {
   adapters::SystemFileLayer database_files_;
   adapters::SqliteDatabase database_;
   adapters::IconvCodePage code_page_;
-  adapters::SystemClock clock_;
-  adapters::LogFile log_;
+  core::SystemClock clock_;
+  adapters::PosixGrowingFile log_on_disk_{paths_};
+  core::LogFile log_;
   UserWorld world_;
   adapters::PosixFileSystem files_;
 

@@ -141,8 +141,10 @@ TEST_F(ControlSocket, ALiveServerIsLeftAloneAndADeadOnesFileIsReplaced) {
 }
 
 TEST_F(ControlSocket, AnotherFileOfThatNameIsNotRemoved) {
-  server_.reset();
+  fs::remove(path_);
   test_support::WriteFile(path_, "precious");
+  server_.reset();
+  EXPECT_EQ("precious", test_support::ReadFile(path_)) << "it has the name of the socket that was there";
   EXPECT_EQ(58, test::ErrorNumberOf([this] { StartServer(); }));
   EXPECT_EQ("precious", test_support::ReadFile(path_));
   fs::remove(path_);

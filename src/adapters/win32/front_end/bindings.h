@@ -4,18 +4,17 @@
 
 namespace kestro::adapters::win32 {
 
-// One function a control kind; each makes the native control inside `parent` and its binding.
-[[nodiscard]] std::unique_ptr<ControlBinding> BindLabel(forms::Label&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindTextBox(forms::TextBox&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindComboBox(forms::ComboBox&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindCheckBox(forms::CheckBox&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindButton(forms::Button&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindFrame(forms::Frame&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindTabPages(forms::TabPages&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindPicture(forms::Picture&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindProgressBar(forms::ProgressBar&, HWND parent,
-                                                              BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindGrid(forms::Grid&, HWND parent, BindingOwner&);
-[[nodiscard]] std::unique_ptr<ControlBinding> BindToolBar(forms::ToolBar&, HWND parent, BindingOwner&);
+// One overload a control kind; each makes the native control inside `parent` and its binding.
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::Label&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::TextBox&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::ComboBox&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::CheckBox&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::Button&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::Frame&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::TabPages&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::Picture&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::ProgressBar&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::Grid&, HWND parent, BindingOwner&);
+[[nodiscard]] std::unique_ptr<ControlBinding> Bind(forms::ToolBar&, HWND parent, BindingOwner&);
 
 }  // namespace kestro::adapters::win32

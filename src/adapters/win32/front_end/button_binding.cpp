@@ -79,11 +79,11 @@ class CheckBoxBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindButton(forms::Button& button, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::Button& button, HWND parent, BindingOwner& owner) {
   return std::make_unique<ButtonBinding>(button, parent, owner);
 }
 
-std::unique_ptr<ControlBinding> BindCheckBox(forms::CheckBox& box, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::CheckBox& box, HWND parent, BindingOwner& owner) {
   return std::make_unique<CheckBoxBinding>(box, parent, owner);
 }
 

@@ -153,7 +153,7 @@ class ComboBoxBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindComboBox(forms::ComboBox& combo, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::ComboBox& combo, HWND parent, BindingOwner& owner) {
   return std::make_unique<ComboBoxBinding>(combo, parent, owner);
 }
 

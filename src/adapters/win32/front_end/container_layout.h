@@ -51,8 +51,8 @@ class ContainerLayout {
 
  private:
   struct Item {
-    LayoutElement* element;
-    const forms::Container::Placed* placed;
+    LayoutElement* element = nullptr;
+    const forms::Container::Placed* placed = nullptr;
     SizeHint hint;
   };
 

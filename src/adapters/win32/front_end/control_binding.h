@@ -33,6 +33,7 @@ class BindingOwner {
 /// its window, which must be destroyed before the binding.
 class ControlBinding : public LayoutElement {
  public:
+  ~ControlBinding() override = default;
   ControlBinding(const ControlBinding&) = delete;
   ControlBinding& operator=(const ControlBinding&) = delete;
 

@@ -242,7 +242,7 @@ POINT GridBinding::HeaderPoint(int column) {
   return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
 }
 
-std::unique_ptr<ControlBinding> BindGrid(Grid& grid, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(Grid& grid, HWND parent, BindingOwner& owner) {
   return std::make_unique<GridBinding>(grid, parent, owner);
 }
 

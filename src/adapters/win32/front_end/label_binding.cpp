@@ -87,7 +87,7 @@ class ValueBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindLabel(forms::Label& label, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::Label& label, HWND parent, BindingOwner& owner) {
   if (label.role() == forms::Label::Role::kCaption) {
     return std::make_unique<CaptionBinding>(label, parent, owner);
   }

@@ -21,6 +21,7 @@ class PanelListener {
 class Panel {
  public:
   Panel(HWND parent, PanelListener& listener);
+  ~Panel() = default;
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
 

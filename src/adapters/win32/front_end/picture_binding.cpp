@@ -81,7 +81,7 @@ class PictureBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindPicture(forms::Picture& picture, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::Picture& picture, HWND parent, BindingOwner& owner) {
   return std::make_unique<PictureBinding>(picture, parent, owner);
 }
 

@@ -23,14 +23,11 @@ std::optional<COLORREF> ThemeColor(HWND tabs) {
   constexpr int kSample = 16;
   const MemoryDc dc;
   const OwnedBitmap bitmap(CreateBitmap(kSample, kSample, 1, 32, nullptr));
-  COLORREF color = GetSysColor(COLOR_BTNFACE);
-  {
-    const Selected selected(dc.get(), bitmap.get());
-    const RECT area{0, 0, kSample, kSample};
-    FillRect(dc.get(), &area, GetSysColorBrush(COLOR_BTNFACE));
-    DrawThemeBackground(theme, dc.get(), TABP_BODY, 0, &area, nullptr);
-    color = GetPixel(dc.get(), kSample / 2, kSample / 2);
-  }
+  const Selected selected(dc.get(), bitmap.get());
+  const RECT area{0, 0, kSample, kSample};
+  FillRect(dc.get(), &area, GetSysColorBrush(COLOR_BTNFACE));
+  DrawThemeBackground(theme, dc.get(), TABP_BODY, 0, &area, nullptr);
+  const COLORREF color = GetPixel(dc.get(), kSample / 2, kSample / 2);
   CloseThemeData(theme);
   return color;
 }
@@ -171,7 +168,7 @@ class TabPagesBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindTabPages(forms::TabPages& pages, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::TabPages& pages, HWND parent, BindingOwner& owner) {
   return std::make_unique<TabPagesBinding>(pages, parent, owner);
 }
 

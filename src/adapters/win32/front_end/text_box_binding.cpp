@@ -61,7 +61,7 @@ class TextBoxBinding final : public ControlBinding {
 
 }  // namespace
 
-std::unique_ptr<ControlBinding> BindTextBox(forms::TextBox& box, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::TextBox& box, HWND parent, BindingOwner& owner) {
   return std::make_unique<TextBoxBinding>(box, parent, owner);
 }
 

@@ -149,7 +149,7 @@ void ToolBarBinding::ReadContent(forms::ControlReading& reading) const {
   }
 }
 
-std::unique_ptr<ControlBinding> BindToolBar(forms::ToolBar& bar, HWND parent, BindingOwner& owner) {
+std::unique_ptr<ControlBinding> Bind(forms::ToolBar& bar, HWND parent, BindingOwner& owner) {
   return std::make_unique<ToolBarBinding>(bar, parent, owner);
 }
 

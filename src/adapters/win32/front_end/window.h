@@ -95,8 +95,8 @@ class Window final : private BindingOwner, private PanelListener {
   void StateChanged(WPARAM size_kind);
 
   // The keyboard.
-  bool KeyDown(WPARAM key, HWND target);
-  [[nodiscard]] bool NativeUsesKey(const ControlBinding* focus, const forms::Key& key, WPARAM code) const;
+  bool KeyDown(WPARAM code, HWND target);
+  [[nodiscard]] static bool NativeUsesKey(const ControlBinding* focus, const forms::Key& key, WPARAM code);
   bool PressButton(forms::Button::Role role);
   bool RunShortcut(const forms::Key& key);
   bool RunMnemonic(wchar_t character);
@@ -105,7 +105,6 @@ class Window final : private BindingOwner, private PanelListener {
   void MarkDefaultButton();
 
   // The focus.
-  [[nodiscard]] bool CanHaveFocus(const forms::Control& control) const;
   void GiveFocus(const forms::Control* control);
   void GiveFirstFocus();
   void MoveFocusOn();

@@ -1,31 +1,17 @@
-#include <algorithm>
-
 #include "adapters/win32/front_end/window.h"
 #include "base/scope_value.h"
+#include "forms/keyboard_focus.h"
 
 // Where the keyboard is inside a window. The rules are the program's, not the
 // system's: the same on every front end.
 
 namespace kestro::adapters::win32 {
-namespace {
 
 using forms::Control;
 using forms::ControlKind;
 
-bool TakesKeyboard(const Control& control) {
-  const ControlKind kind = control.kind();
-  return kind == ControlKind::kButton || kind == ControlKind::kTextBox || kind == ControlKind::kComboBox ||
-         kind == ControlKind::kCheckBox || kind == ControlKind::kGrid;
-}
-
-}  // namespace
-
-bool Window::CanHaveFocus(const Control& control) const {
-  return TakesKeyboard(control) && control.Reachable();
-}
-
 void Window::FocusControl(const Control& control) {
-  if (CanHaveFocus(control)) GiveFocus(&control);
+  if (forms::CanHaveKeyboard(control)) GiveFocus(&control);
 }
 
 /// A window that has not the keyboard remembers where it will be.
@@ -44,28 +30,21 @@ void Window::GiveFocus(const Control* control) {
 
 void Window::GiveFirstFocus() {
   if (focus_ != nullptr) return;
-  const auto& controls = form_->controls();
-  const auto first = std::find_if(controls.begin(), controls.end(),
-                                  [this](const Control* control) { return CanHaveFocus(*control); });
-  if (first != controls.end()) GiveFocus(*first);
+  if (const Control* first = forms::KeyboardPlaceFrom(*form_, nullptr)) GiveFocus(first);
 }
 
 /// A control that can no longer have the keyboard hands it to the next one that can.
 void Window::MoveFocusOn() {
   if (form_ == nullptr || focus_ == nullptr || focus_->Reachable()) return;
-  std::vector<const Control*> candidates(form_->controls().begin(), form_->controls().end());
-  const auto place = std::find(candidates.begin(), candidates.end(), focus_);
-  std::rotate(candidates.begin(), place, candidates.end());
-  const auto next = std::find_if(candidates.begin(), candidates.end(),
-                                 [this](const Control* control) { return CanHaveFocus(*control); });
-  GiveFocus(next == candidates.end() ? nullptr : *next);
+  GiveFocus(forms::KeyboardPlaceFrom(*form_, focus_));
 }
 
 /// The user went to another control with the mouse.
 void Window::TakeFocusFrom(HWND focused) {
   if (giving_focus_) return;
   const ControlBinding* binding = BindingOf(focused);
-  if (binding == nullptr || !TakesKeyboard(binding->control()) || !binding->control().Reachable()) return;
+  if (binding == nullptr || !forms::TakesKeyboard(binding->control()) || !binding->control().Reachable())
+    return;
   focus_ = &binding->control();
   MarkDefaultButton();
 }
@@ -73,7 +52,7 @@ void Window::TakeFocusFrom(HWND focused) {
 const Control* Window::FocusedControl() const {
   if (GetActiveWindow() != window()) return focus_;
   const ControlBinding* binding = BindingOf(GetFocus());
-  if (binding == nullptr || !TakesKeyboard(binding->control()))
+  if (binding == nullptr || !forms::TakesKeyboard(binding->control()))
     return GetFocus() == window() ? nullptr : focus_;
   return &binding->control();
 }

@@ -5,6 +5,7 @@
 #include "adapters/win32/front_end/native_text.h"
 #include "adapters/win32/front_end/user_events.h"
 #include "adapters/win32/front_end/window.h"
+#include "forms/keyboard_focus.h"
 
 // What keys do in a window: first the control that has the keyboard, then the
 // buttons, then the shortcuts.
@@ -112,7 +113,7 @@ bool Window::KeyDown(WPARAM code, HWND target) {
   return enter || key->name == "Esc";  // a field would only beep
 }
 
-bool Window::NativeUsesKey(const ControlBinding* focus, const Key& key, WPARAM code) const {
+bool Window::NativeUsesKey(const ControlBinding* focus, const Key& key, WPARAM code) {
   if (focus == nullptr) return false;
   if (const auto* box = dynamic_cast<const forms::TextBox*>(&focus->control()))
     return NeedsInTextBox(*box, key);
@@ -172,7 +173,7 @@ bool Window::RunMnemonic(wchar_t character) {
       const auto* frame = dynamic_cast<const forms::Frame*>(captioned);
       const bool inside =
           frame != nullptr && control->parent() == static_cast<const forms::Container*>(frame);
-      if ((!named && !inside) || !CanHaveFocus(*control)) continue;
+      if ((!named && !inside) || !forms::CanHaveKeyboard(*control)) continue;
       GiveFocus(control);
       return true;
     }
@@ -191,7 +192,7 @@ void Window::MoveByTab(bool back) {
                  place == candidates.end() ? candidates.end() : std::prev(candidates.end()));
   }
   const auto next = std::find_if(candidates.begin(), candidates.end(),
-                                 [this](const Control* control) { return CanHaveFocus(*control); });
+                                 [](const Control* control) { return forms::CanHaveKeyboard(*control); });
   if (next == candidates.end()) return;
   GiveFocus(*next);
   if ((*next)->kind() == forms::ControlKind::kTextBox)

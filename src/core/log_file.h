@@ -6,22 +6,23 @@
 #include <optional>
 #include <string>
 
-#include "adapters/posix/path_map.h"
-#include "adapters/posix/rotating_file.h"
 #include "base/runtime_error.h"
 #include "ports/clock.h"
+#include "ports/growing_file.h"
 #include "ports/logging_component.h"
 
-namespace kestro::adapters {
+namespace kestro::core {
 
-/// The method log as a file, "KESTROCTI.log", one line an entry:
+/// The method log as a file, "KESTROCTI.log", one line an entry, local time:
 ///
 ///   2026-11-21 17:03:05.123 KESTROCTI.Functions.OnIncommingCall | Method started.
 ///   2026-11-21 17:03:05.123 ERROR 9 KESTROCTI.Functions.OnIncommingCall:: | Subscript out of range
 ///
 /// It lies in the log directory or, where that cannot be written, in the
 /// fallback folder. It is opened by the first entry; every entry is one write,
-/// so the log is complete up to a crash.
+/// so the log is complete up to a crash. Before it grows beyond its limit it is
+/// put aside: NAME.1 is the last one put aside, NAME.3 the oldest; an older one
+/// is gone.
 ///
 /// A log that cannot be written (disk full, both places refused) must not cost
 /// the user a call. No operation raises for it: the failure is reported once,
@@ -32,18 +33,21 @@ class LogFile final : public ports::LoggingComponent {
  public:
   static constexpr const char* kFileName = "KESTROCTI.log";
   static constexpr std::uint64_t kSizeLimit = 5'000'000;  // bytes
+  static constexpr int kKeptFiles = 3;
   static constexpr std::chrono::minutes kPause{1};
 
   using FailureReport = std::function<void(const std::string& text)>;
 
   struct Options {
-    std::string fallback_folder;  // native; made when needed; empty = none
+    std::string fallback_folder;  // made when needed; empty = none
     FailureReport report_failure;
+    std::string line_end = "\n";
     std::uint64_t size_limit = kSizeLimit;
   };
 
-  /// The clock must outlive the object.
-  LogFile(const ports::Clock& clock, PathMap paths, Options options);
+  /// The clock and the file must outlive the object.
+  LogFile(const ports::Clock& clock, ports::GrowingFile& file, Options options)
+      : clock_(clock), file_(file), options_(std::move(options)) {}
 
   void SetFileLogging(bool enabled) override;
   void SetLogDirectory(std::string_view directory) override;
@@ -53,26 +57,26 @@ class LogFile final : public ports::LoggingComponent {
  private:
   using Time = std::chrono::system_clock::time_point;
 
-  void Store(std::string_view text);
+  void Store(std::string text, std::string_view source, std::string_view message);
   /// Writes to the file that is open, or to the first place that takes it. Raises when there is none.
   void Write(const std::string& lines);
   void WriteTo(const std::string& folder, const std::string& lines);
-  [[nodiscard]] std::string LineAboutMissingEntries(Time now) const;
+  void Append(const std::string& lines);
+  void PutAside();
+  [[nodiscard]] std::string LineAboutMissingEntries(const std::string& time) const;
   void Pause(Time now, const base::RuntimeError& error);
   void StartAnew();
+  void Close();
 
   const ports::Clock& clock_;
-  PathMap paths_;
+  ports::GrowingFile& file_;
   Options options_;
   bool enabled_ = false;
   std::string directory_;
-  std::optional<RotatingFile> file_;
+  std::string path_;  // of the file that is open; empty = none
+  std::uint64_t size_ = 0;
   std::optional<Time> paused_since_;
   std::uint64_t missing_entries_ = 0;
 };
 
-/// $XDG_STATE_HOME/kestro-cti, where the log goes when the log directory cannot
-/// be written; empty without a home.
-[[nodiscard]] std::string LogFallbackFolder();
-
-}  // namespace kestro::adapters
+}  // namespace kestro::core

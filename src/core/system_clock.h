@@ -2,7 +2,7 @@
 
 #include "ports/clock.h"
 
-namespace kestro::adapters {
+namespace kestro::core {
 
 class SystemClock final : public ports::Clock {
  public:
@@ -11,4 +11,4 @@ class SystemClock final : public ports::Clock {
   }
 };
 
-}  // namespace kestro::adapters
+}  // namespace kestro::core
