@@ -1,141 +1,163 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "app/ports.h"
 #include "faults/fault_plan.h"
 
 namespace kestro::faults {
 
-/// Each stands in front of another port and fails where the plan says so, the
-/// way that port's failures look: with an error, or with a result. A call that
-/// fails does nothing else.
-
-class FailingSettings final : public ports::SettingsStore {
+class FailingSettings final : public Failing<ports::SettingsStore, Port::kSettings> {
  public:
-  FailingSettings(ports::SettingsStore& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  std::int32_t CreateKey(std::string_view key) override;
-  [[nodiscard]] std::optional<std::string> QueryValue(std::string_view key, std::string_view name) override;
-  std::int32_t SetValue(std::string_view key, std::string_view name, std::string_view value) override;
+  using Failing::Failing;
+  std::int32_t CreateKey(std::string_view key) override {
+    return Fails() ? kAccessDenied : inner_.CreateKey(key);
+  }
+  std::optional<std::string> QueryValue(std::string_view key, std::string_view name) override {
+    return Fails() ? std::nullopt : inner_.QueryValue(key, name);
+  }
+  std::int32_t SetValue(std::string_view key, std::string_view name, std::string_view value) override {
+    return Fails() ? kAccessDenied : inner_.SetValue(key, name, value);
+  }
 
  private:
   static constexpr std::int32_t kAccessDenied = 5;
-  ports::SettingsStore& inner_;
-  FaultPlan& plan_;
 };
 
-class FailingFiles final : public ports::FileSystem {
+class FailingFiles final : public Failing<ports::FileSystem, Port::kFiles> {
  public:
-  FailingFiles(ports::FileSystem& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  [[nodiscard]] bool FileExists(std::string_view path) const override;
-  [[nodiscard]] bool FolderExists(std::string_view path) const override;
-  void CreateFolder(std::string_view path) override;
-  void CopyFileTo(std::string_view source, std::string_view target, bool overwrite) override;
-  [[nodiscard]] int FileAttributes(std::string_view path) const override;
-  [[nodiscard]] std::string ReadTextLinesJoined(std::string_view path, std::size_t most_bytes) const override;
-  [[nodiscard]] std::string ReadStart(std::string_view path, std::size_t most_bytes) const override;
-  /// Reading from it fails like the other operations.
-  [[nodiscard]] std::unique_ptr<ports::FileReader> OpenForReading(std::string_view path) const override;
-  [[nodiscard]] std::string ProgramFolder() const override { return inner_.ProgramFolder(); }
-  [[nodiscard]] std::string UserDataFolder() const override;
+  using Failing::Failing;
+  bool FileExists(std::string_view path) const override { return !Fails() && inner_.FileExists(path); }
+  bool FolderExists(std::string_view path) const override { return !Fails() && inner_.FolderExists(path); }
+  void CreateFolder(std::string_view path) override { Pass().CreateFolder(path); }
+  void CopyFileTo(std::string_view source, std::string_view target, bool overwrite) override {
+    Pass().CopyFileTo(source, target, overwrite);
+  }
+  int FileAttributes(std::string_view path) const override { return Pass().FileAttributes(path); }
+  std::string ReadTextLinesJoined(std::string_view path, std::size_t most_bytes) const override {
+    return Pass().ReadTextLinesJoined(path, most_bytes);
+  }
+  std::string ReadStart(std::string_view path, std::size_t most_bytes) const override {
+    return Pass().ReadStart(path, most_bytes);
+  }
+  std::unique_ptr<ports::FileReader> OpenForReading(std::string_view path) const override {
+    return std::make_unique<Reader>(Pass().OpenForReading(path), plan_);
+  }
+  std::string ProgramFolder() const override { return inner_.ProgramFolder(); }
+  std::string UserDataFolder() const override { return Pass().UserDataFolder(); }
 
  private:
-  ports::FileSystem& inner_;
-  FaultPlan& plan_;
+  class Reader final : public ports::FileReader {
+   public:
+    Reader(std::unique_ptr<ports::FileReader> inner, FaultPlan& plan)
+        : inner_(std::move(inner)), plan_(plan) {}
+    std::size_t Read(std::span<char> block) override {
+      plan_.Pass(Port::kFiles);
+      return inner_->Read(block);
+    }
+
+   private:
+    std::unique_ptr<ports::FileReader> inner_;
+    FaultPlan& plan_;
+  };
 };
 
-class FailingNotificationArea final : public ports::NotificationArea {
+class FailingNotificationArea final : public Failing<ports::NotificationArea, Port::kNotificationArea> {
  public:
-  FailingNotificationArea(ports::NotificationArea& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  [[nodiscard]] bool Available() override;
-  ports::IconHandle LoadIconFile(std::string_view path) override;
-  bool NotifyIcon(ports::NotificationMessage message, const ports::NotificationRecord& record) override;
+  using Failing::Failing;
+  bool Available() override { return !Fails() && inner_.Available(); }
+  ports::IconHandle LoadIconFile(std::string_view path) override { return Pass().LoadIconFile(path); }
+  bool NotifyIcon(ports::NotificationMessage message, const ports::NotificationRecord& record) override {
+    return !Fails() && inner_.NotifyIcon(message, record);
+  }
   void SetCallback(ports::IconCallback callback) override { inner_.SetCallback(std::move(callback)); }
-
- private:
-  ports::NotificationArea& inner_;
-  FaultPlan& plan_;
 };
 
-class FailingMessageBoxes final : public ports::MessageBoxes {
+class FailingMessageBoxes final : public Failing<ports::MessageBoxes, Port::kMessageBoxes> {
  public:
-  FailingMessageBoxes(ports::MessageBoxes& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  ports::BoxAnswer Show(std::string_view text, int style) override;
-
- private:
-  ports::MessageBoxes& inner_;
-  FaultPlan& plan_;
+  using Failing::Failing;
+  ports::BoxAnswer Show(std::string_view text, int style) override { return Pass().Show(text, style); }
 };
 
-class FailingFileDialogs final : public ports::FileDialogs {
+class FailingFileDialogs final : public Failing<ports::FileDialogs, Port::kFileDialogs> {
  public:
-  FailingFileDialogs(ports::FileDialogs& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  std::optional<std::string> OpenFile(const ports::FileDialogRequest& request) override;
-
- private:
-  ports::FileDialogs& inner_;
-  FaultPlan& plan_;
+  using Failing::Failing;
+  std::optional<std::string> OpenFile(const ports::FileDialogRequest& request) override {
+    return Pass().OpenFile(request);
+  }
 };
 
-class FailingDialling final : public ports::DiallingObjects {
+class FailingDialling final : public Failing<ports::DiallingObjects, Port::kDialling> {
  public:
-  FailingDialling(ports::DiallingObjects& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  [[nodiscard]] std::unique_ptr<ports::DiallingObject> CreateDialCom() override;
+  using Failing::Failing;
+  std::unique_ptr<ports::DiallingObject> CreateDialCom() override {
+    return std::make_unique<DialCom>(Pass().CreateDialCom(), plan_);
+  }
 
  private:
-  ports::DiallingObjects& inner_;
-  FaultPlan& plan_;
+  class DialCom final : public ports::DiallingObject {
+   public:
+    DialCom(std::unique_ptr<ports::DiallingObject> inner, FaultPlan& plan)
+        : inner_(std::move(inner)), plan_(plan) {}
+    std::int32_t Dial(std::string_view number) override {
+      plan_.Pass(Port::kDialling);
+      return inner_->Dial(number);
+    }
+
+   private:
+    std::unique_ptr<ports::DiallingObject> inner_;
+    FaultPlan& plan_;
+  };
 };
 
-class FailingClipboard final : public ports::Clipboard {
+class FailingClipboard final : public Failing<ports::Clipboard, Port::kClipboard> {
  public:
-  FailingClipboard(ports::Clipboard& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  void SetText(std::string_view text) override;
-
- private:
-  ports::Clipboard& inner_;
-  FaultPlan& plan_;
+  using Failing::Failing;
+  void SetText(std::string_view text) override { Pass().SetText(text); }
 };
 
-class FailingShellExecute final : public ports::ShellExecute {
+class FailingShellExecute final : public Failing<ports::ShellExecute, Port::kShellExecute> {
  public:
-  FailingShellExecute(ports::ShellExecute& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  bool Open(std::string_view target) override;
-
- private:
-  ports::ShellExecute& inner_;
-  FaultPlan& plan_;
+  using Failing::Failing;
+  bool Open(std::string_view target) override { return !Fails() && inner_.Open(target); }
 };
 
-class FailingForeground final : public ports::ForegroundWindows {
+class FailingForeground final : public Failing<ports::ForegroundWindows, Port::kForeground> {
  public:
-  FailingForeground(ports::ForegroundWindows& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  bool SetForegroundWindow(ports::WindowHandle window) override;
-  [[nodiscard]] ports::WindowHandle GetForegroundWindow() override;
-  [[nodiscard]] std::uint32_t GetWindowThread(ports::WindowHandle window) override;
-  void AttachThreadInput(std::uint32_t from, std::uint32_t to, bool attach) override;
-  [[nodiscard]] bool IsIconic(ports::WindowHandle window) override;
-  void ShowWindowCommand(ports::WindowHandle window, int command) override;
-  std::int32_t SetWindowPos(ports::WindowHandle window, std::int32_t insert_after,
-                            std::uint32_t flags) override;
-
- private:
-  ports::ForegroundWindows& inner_;
-  FaultPlan& plan_;
+  using Failing::Failing;
+  bool SetForegroundWindow(ports::WindowHandle window) override {
+    return !Fails() && inner_.SetForegroundWindow(window);
+  }
+  ports::WindowHandle GetForegroundWindow() override { return Fails() ? 0 : inner_.GetForegroundWindow(); }
+  std::uint32_t GetWindowThread(ports::WindowHandle window) override {
+    return Fails() ? 0 : inner_.GetWindowThread(window);
+  }
+  void AttachThreadInput(std::uint32_t from, std::uint32_t to, bool attach) override {
+    if (!Fails()) inner_.AttachThreadInput(from, to, attach);
+  }
+  bool IsIconic(ports::WindowHandle window) override { return !Fails() && inner_.IsIconic(window); }
+  void ShowWindowCommand(ports::WindowHandle window, int command) override {
+    if (!Fails()) inner_.ShowWindowCommand(window, command);
+  }
+  std::int32_t SetWindowPos(ports::WindowHandle window, std::int32_t after, std::uint32_t flags) override {
+    return Fails() ? 0 : inner_.SetWindowPos(window, after, flags);
+  }
 };
 
-class FailingLog final : public ports::LoggingComponent {
+class FailingLog final : public Failing<ports::LoggingComponent, Port::kLog> {
  public:
-  FailingLog(ports::LoggingComponent& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
-  void SetFileLogging(bool enabled) override;
-  void SetLogDirectory(std::string_view directory) override;
-  void ErrorEntry(std::int32_t number, std::string_view source, std::string_view description) override;
-  void LineEntry(const base::LogSource& source, std::string_view message) override;
-
- private:
-  ports::LoggingComponent& inner_;
-  FaultPlan& plan_;
+  using Failing::Failing;
+  void SetFileLogging(bool enabled) override { Pass().SetFileLogging(enabled); }
+  void SetLogDirectory(std::string_view directory) override { Pass().SetLogDirectory(directory); }
+  void ErrorEntry(std::int32_t number, std::string_view source, std::string_view description) override {
+    Pass().ErrorEntry(number, source, description);
+  }
+  void LineEntry(const base::LogSource& source, std::string_view message) override {
+    Pass().LineEntry(source, message);
+  }
 };
 
 }  // namespace kestro::faults

@@ -25,16 +25,8 @@ constexpr std::string_view kKey = scenario::kSettingsKey;
 constexpr std::string_view kUsersDatabase = "C:\\Data\\KESTRO\\KESTROCTI\\CTIDB.mdb";
 constexpr std::string_view kProgramsDatabase = "C:\\Program\\CTIDB.mdb";
 
-constexpr Port kPorts[] = {Port::kLineFunctions,    Port::kSettings,     Port::kFiles,
-                           Port::kNotificationArea, Port::kMessageBoxes, Port::kFileDialogs,
-                           Port::kDialling,         Port::kDatabase,     Port::kClipboard,
-                           Port::kShellExecute,     Port::kForeground,   Port::kLog};
 /// Every procedure logs twice: of this port only one step in so many fails.
 constexpr std::int64_t kLogStride = 61;
-
-bool HasManySteps(Port port) {
-  return port == Port::kDatabase || port == Port::kNotificationArea || port == Port::kLog;
-}
 
 struct Totals {
   std::int64_t faults = 0;
@@ -88,7 +80,6 @@ class FaultRun {
   }
 
   [[nodiscard]] bool ended_early() const { return ended_early_; }
-  [[nodiscard]] const FaultPlan& plan() const { return plan_; }
   [[nodiscard]] std::vector<std::string>& findings() { return world_.findings(); }
 
  private:
@@ -170,32 +161,30 @@ class FaultRun {
   bool ended_early_ = false;
 };
 
-Totals TestPort(Port port, std::int64_t stride, Raised raised) {
+Totals TestPort(const PortEntry& entry, std::int64_t stride, Raised raised) {
   Totals totals;
   for (std::int64_t step = 1;; step += stride) {
-    FaultRun run(port, step, raised);
+    FaultRun run(entry.port, step, raised);
     const bool fired = run.Play();
     if (!run.findings().empty()) {
       ++totals.failed;
-      std::cerr << "FAILED: " << NameOf(port) << ", step " << step << "\n";
+      std::cerr << "FAILED: " << entry.name << ", step " << step << "\n";
       for (const std::string& text : run.findings()) std::cerr << "    " << text << "\n";
     }
-    if (!fired) break;
+    if (!fired) return totals;
     ++totals.faults;
     if (run.ended_early()) ++totals.endings;
   }
-  return totals;
 }
 
 int Run(std::int64_t stride, Raised raised) {
   Totals all;
-  for (const Port port : kPorts) {
-    const std::int64_t steps = HasManySteps(port) ? stride : 1;
-    const Totals totals = TestPort(port, port == Port::kLog ? steps * kLogStride : steps, raised);
-    std::cout << NameOf(port) << ": " << totals.faults << " faults, " << totals.endings
+  for (const PortEntry& entry : kPorts) {
+    const std::int64_t steps = entry.has_many_steps ? stride : 1;
+    const Totals totals = TestPort(entry, entry.port == Port::kLog ? steps * kLogStride : steps, raised);
+    std::cout << entry.name << ": " << totals.faults << " faults, " << totals.endings
               << " ended the program with a message, " << totals.failed << " failed\n";
     all.faults += totals.faults;
-    all.endings += totals.endings;
     all.failed += totals.failed;
   }
   std::cout << all.faults << " faults injected, " << all.failed << " failed\n";

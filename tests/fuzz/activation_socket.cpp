@@ -5,8 +5,8 @@
 
 #include "adapters/posix/local_socket.h"
 #include "core/dial_link.h"
-#include "fuzz/poll_once.h"
 #include "fuzz/property.h"
+#include "support/polling_watcher.h"
 #include "unit/support/temporary_folder.h"
 
 // The activation socket: each input is a datagram. Only the one message does
@@ -28,20 +28,20 @@ class Server {
     const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
     static_cast<void>(::sendto(socket.get(), text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT, generic,
                                sizeof(address)));
-    loop_.Run();
+    loop_.RunOnce(0);
     return request_;
   }
   bool Activate() {
     request_.reset();
     Require(kestro::adapters::RequestActivation(path_), "nobody listens");
-    loop_.Run();
+    loop_.RunOnce(0);
     return request_ && !request_->number;
   }
 
  private:
   kestro::test_support::TemporaryFolder folder_;
   std::string path_ = folder_.File("activate.sock").string();
-  kestro::fuzz::PollOnce loop_;
+  kestro::test::PollingWatcher loop_;
   std::optional<Request> request_;
   kestro::adapters::ActivationSocket socket_{loop_, path_,
                                              [this](const Request& request) { request_ = request; }};

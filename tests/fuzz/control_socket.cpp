@@ -6,8 +6,8 @@
 #include <unistd.h>
 
 #include "adapters/posix/local_socket.h"
-#include "fuzz/poll_once.h"
 #include "fuzz/property.h"
+#include "support/polling_watcher.h"
 #include "unit/support/temporary_folder.h"
 
 // The control socket: the input arrives in two pieces (the first byte says where
@@ -27,13 +27,13 @@ class Server {
     requests = 0;
     const auto socket = kestro::adapters::NewLocalSocket();
     Require(kestro::adapters::ConnectTo(socket, path_) == 0, "the server does not listen");
-    loop_.Run();
+    loop_.RunOnce(0);
     Send(socket.get(), first);
-    loop_.Run();
+    loop_.RunOnce(0);
     Send(socket.get(), second);
     ::shutdown(socket.get(), SHUT_WR);
-    loop_.Run();
-    loop_.Run();
+    loop_.RunOnce(0);
+    loop_.RunOnce(0);
     std::string reply(256, '\0');
     const ssize_t size = ::recv(socket.get(), reply.data(), reply.size(), MSG_DONTWAIT);
     reply.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
@@ -56,7 +56,7 @@ class Server {
 
   kestro::test_support::TemporaryFolder folder_;
   std::string path_ = folder_.File("control.sock").string();
-  kestro::fuzz::PollOnce loop_;
+  kestro::test::PollingWatcher loop_;
   ControlSocketServer server_{loop_, path_, [this](std::string_view request) { return Handle(request); }};
 };
 

@@ -5,10 +5,11 @@
 #include <vector>
 
 #include "jet/checker.h"
-#include "jet/data_page.h"
+#include "jet/cramped_map.h"
 #include "jet/database.h"
 #include "jet/error.h"
 #include "jet/journal.h"
+#include "jet/memory_file_layer.h"
 #include "jet/table.h"
 
 // A damaged database. The input is a list of changes (page, offset, byte: five bytes each) to a small valid
@@ -18,60 +19,11 @@
 namespace {
 
 using namespace kestro::jet;
+using kestro::test::MemoryFileLayer;
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr const char* kName = "f.mdb";
-constexpr std::size_t kMostPages = 400;  // what the target itself may make the file grow to
-
-// Files in memory; only what the engine needs here.
-class Layer : public FileLayer {
- public:
-  class MemoryFile : public File {
-   public:
-    explicit MemoryFile(Bytes& bytes) : bytes_(bytes) {}
-    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> bytes) override {
-      std::size_t count = 0;
-      for (; count < bytes.size() && offset + count < bytes_.size(); ++count)
-        bytes[count] = bytes_[offset + count];
-      return count;
-    }
-    void WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) override {
-      if (offset + bytes.size() > kMostPages * kPageSize)
-        throw Error(ErrorKind::kFileSystem, "the disk is full");
-      if (bytes_.size() < offset + bytes.size()) bytes_.resize(offset + bytes.size());
-      for (std::size_t i = 0; i < bytes.size(); ++i) bytes_[offset + i] = bytes[i];
-    }
-    std::uint64_t Size() override { return bytes_.size(); }
-    void Truncate(std::uint64_t size) override { bytes_.resize(size); }
-    void Sync() override {}
-
-   private:
-    Bytes& bytes_;
-  };
-
-  std::unique_ptr<File> Open(const std::string& path, FileMode mode) override {
-    if (mode == FileMode::kCreate) Named(path).clear();
-    return std::make_unique<MemoryFile>(Named(path));
-  }
-  bool Exists(const std::string& path) override {
-    return path == kName || (path == JournalPath(kName) && has_journal);
-  }
-  void Remove(const std::string& path) override {
-    if (path == JournalPath(kName)) has_journal = false;
-  }
-  void SyncFolder(const std::string&) override {}
-
-  Bytes database;
-  Bytes journal;
-  bool has_journal = false;
-
- private:
-  Bytes& Named(const std::string& path) {
-    if (path == kName) return database;
-    has_journal = true;
-    return journal;
-  }
-};
+constexpr std::size_t kMostFilePages = 400;  // what the target itself may make the file grow to
 
 TableDesign Design(const char* name) {
   return {
@@ -89,28 +41,12 @@ std::vector<Value> Row(std::int64_t number, std::size_t length) {
   return {Null(), number, std::string(length % 50, 'n'), true, std::string(length, 'm'), Blob(length / 2)};
 }
 
-// Fills the page of the map of free pages, so that the map needs pages of its own.
-void CrampMap(Database& database) {
-  database.Begin();
-  {
-    const PageEdit page = database.storage().pager.Edit(1);
-    DataPageEdit data(page.edit());
-    (void)data.Resize(0, 9);
-    const MutableBytes other = data.Resize(1, data.view().row(1).size() + data.view().ComputeFree());
-    for (std::uint8_t& byte : other) byte = 0;
-    const MutableBytes row = page.edit().subspan(data.view().slot(0).start, 9);
-    for (std::uint8_t& byte : row) byte = 0;
-    Store16(row, 7, 0xFFFF);  // pages 0 to 15 are used
-  }
-  database.Commit();
-}
-
 // A file with every kind of page: `rows` decides how high the indexes are.
 Bytes MakeFile(int rows, bool cramped = false) {
-  Layer layer;
+  MemoryFileLayer layer;
   {
     const auto database = Database::Create(layer, kName);
-    if (cramped) CrampMap(*database);
+    if (cramped) kestro::test::CrampMapOfFreePages(*database);
     Transaction transaction(*database);
     const auto table = database->CreateTable(Design("T"));
     std::vector<RowId> ids;
@@ -123,7 +59,7 @@ Bytes MakeFile(int rows, bool cramped = false) {
     for (std::size_t i = 4; i < ids.size(); i += 11) table->Delete(ids[i]);
     transaction.Commit();
   }
-  return layer.database;
+  return *layer.Content(kName);
 }
 
 const Bytes& SomeFile(std::size_t choice) {
@@ -182,18 +118,17 @@ void Try(Step step) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
-  Layer layer;
-  layer.database = SomeFile(data[0]);
+  Bytes file = SomeFile(data[0]);
   if (data[0] % 32 == 31) {
-    layer.database.assign(data + 1, data + size);
-    layer.database.resize((size + kPageSize - 1) / kPageSize * kPageSize);
+    file.assign(data + 1, data + size);
+    file.resize((size + kPageSize - 1) / kPageSize * kPageSize);
   } else {
-    ApplyChanges(data + 1, size - 1, layer.database);
+    ApplyChanges(data + 1, size - 1, file);
   }
-  if (data[0] % 8 == 7) {
-    layer.journal.assign(data + 1, data + size);
-    layer.has_journal = true;
-  }
+  MemoryFileLayer layer;
+  layer.SetMostBytes(kMostFilePages * kPageSize);
+  layer.Put(kName, file);
+  if (data[0] % 8 == 7) layer.Put(JournalPath(kName), Bytes(data + 1, data + size));
   Try([&] {
     const auto database = Database::Open(layer, kName, OpenMode::kReadWrite, {.cache_pages = 16, .now = {}});
     (void)CheckDatabase(*database);

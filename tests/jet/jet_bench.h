@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -8,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "jet/checker.h"
-#include "jet/data_page.h"
+#include "jet/cramped_map.h"
 #include "jet/database.h"
 #include "jet/memory_file_layer.h"
 #include "jet/table_design.h"
@@ -41,24 +40,6 @@ inline jet::TableDesign ContactsDesign(const std::string& name = "Contacts") {
 
 inline void ExpectClean(jet::Database& database) {
   for (const std::string& finding : jet::CheckDatabase(database).findings) ADD_FAILURE() << finding;
-}
-
-/// Leaves the map of free pages no room on its page, as otherwise in a file of 125 MB: the next page that is
-/// appended (after at most 31 others) makes it a map of the other kind.
-inline void CrampMapOfFreePages(jet::Database& database) {
-  jet::Transaction transaction(database);
-  {
-    jet::Pager& pager = database.storage().pager;
-    const jet::PageEdit page = pager.Edit(1);
-    jet::DataPageEdit data(page.edit());
-    const jet::ByteSpan old = data.view().row(0);
-    const std::size_t size = 5 + (pager.page_count() + 31) / 32 * 4;
-    const std::vector<std::uint8_t> row(old.begin(), old.begin() + static_cast<std::ptrdiff_t>(size));
-    jet::Copy(data.Resize(0, size), 0, row);
-    const jet::MutableBytes other = data.Resize(1, data.view().row(1).size() + data.view().ComputeFree());
-    std::fill(other.begin(), other.end(), std::uint8_t{0});
-  }
-  transaction.Commit();
 }
 
 /// Everything that rows say, as text; the order is that of storage.

@@ -1,7 +1,4 @@
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <random>
 #include <sstream>
@@ -10,6 +7,7 @@
 
 #include "adapters/jetfile/system_file_layer.h"
 #include "jet/jet_bench.h"
+#include "unit/support/temporary_folder.h"
 
 // What another reader of such files, the commands of the package mdbtools, finds in ours.
 
@@ -53,16 +51,9 @@ class OracleTest : public testing::Test {
         GTEST_SKIP() << "mdbtools is not installed: " << command << " was not found";
       }
     }
-    std::string folder = (std::filesystem::temp_directory_path() / "kestro-jet-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
-    folder_ = folder;
-    path_ = folder + "/oracle.mdb";
     database_ = Database::Create(layer_, path_, FixedTime());
   }
-  void TearDown() override {
-    database_.reset();
-    if (!folder_.empty()) std::filesystem::remove_all(folder_);
-  }
+  void TearDown() override { database_.reset(); }
 
   /// Bytes are hexadecimal.
   CommandOutput Export(const std::string& table) {
@@ -71,8 +62,8 @@ class OracleTest : public testing::Test {
   }
 
   adapters::SystemFileLayer layer_;
-  std::filesystem::path folder_;
-  std::string path_;
+  test_support::TemporaryFolder folder_;
+  std::string path_ = folder_.File("oracle.mdb").string();
   std::unique_ptr<Database> database_;
 };
 
@@ -166,55 +157,6 @@ TEST_F(OracleTest, AnotherReaderFindsTheSame) {
     if (HasFailure()) break;
   }
   EXPECT_EQ(compared, rows.size());
-}
-
-TEST_F(OracleTest, LargeTablesAgreeToo) {
-  // A key of ten columns makes an index three levels high; the other one has two.
-  constexpr int kRows = 20'000;
-  database_->Begin();
-  TableDesign design{"Large",
-                     {{.name = "Id", .auto_number = true},
-                      {.name = "A"},
-                      {.name = "B"},
-                      {.name = "C"},
-                      {.name = "D"},
-                      {.name = "E"},
-                      {.name = "F"},
-                      {.name = "G"},
-                      {.name = "H"},
-                      {.name = "I"},
-                      {.name = "Name", .type = ColumnType::kText}},
-                     {}};
-  design.indexes = {{.name = "Key", .columns = {"Id"}, .primary = true},
-                    {.name = "Wide", .columns = {"A", "B", "C", "D", "E", "F", "G", "H", "I", "Id"}}};
-  const auto table = database_->CreateTable(design);
-  for (std::int64_t i = 0; i < kRows; ++i) {
-    const std::int64_t scattered = i * 7919 % kRows;
-    std::vector<Value> row(11, Value(scattered));
-    row[0] = Null();
-    row[10] = "name " + std::to_string(scattered);
-    table->Insert(row);
-  }
-  database_->Commit();
-  ExpectClean(*database_);
-  const auto level = [&](std::size_t index) {
-    const PageRef root = database_->storage().pager.Read(table->definition().real_indexes[index].root);
-    return static_cast<int>(IndexPage(root.bytes()).level());
-  };
-  EXPECT_EQ(level(0), 1);
-  EXPECT_EQ(level(1), 2);
-  database_.reset();
-  EXPECT_EQ(RunCommand("mdb-count '" + path_ + "' Large").text, "20000\n");
-  std::int64_t number = 0;
-  for (const std::string& line : Split(Export("Large").text, kRowEnd)) {
-    const std::vector<std::string> fields = Split(line, kFieldEnd);
-    ASSERT_EQ(fields.size(), 11U) << line;
-    const std::string scattered = std::to_string(number * 7919 % kRows);
-    ASSERT_EQ(fields[0], std::to_string(++number));
-    for (std::size_t i = 1; i < 10; ++i) ASSERT_EQ(fields[i], scattered);
-    ASSERT_EQ(fields[10], "name " + scattered);
-  }
-  EXPECT_EQ(number, kRows);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include "adapters/qt/qt_clipboard.h"
 #include "adapters/qt/qt_text.h"
-#include "adapters/qt/toolkit_version.h"
 
 namespace kestro::qt_tests {
 namespace {
@@ -13,10 +12,6 @@ TEST(QtClipboard, TakesTextWithTheDesktopsLineBreaks) {
   adapters::QtClipboard clipboard;
   clipboard.SetText("Program: Š\r\nSystem: 2\r\n");
   EXPECT_EQ("Program: Š\nSystem: 2\n", adapters::ToUtf8(QGuiApplication::clipboard()->text()));
-}
-
-TEST(ToolkitVersion, IsTheOneThatRuns) {
-  EXPECT_EQ(std::string("Qt ") + qVersion() + ", offscreen", adapters::ToolkitVersion());
 }
 
 }  // namespace

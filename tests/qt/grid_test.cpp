@@ -77,17 +77,6 @@ TEST_F(GridWidgets, AnyMouseButtonPressesAndOnlyTheLeftOneTwice) {
   EXPECT_EQ(TakeEvents(), (Events{"double click"}));
 }
 
-TEST_F(GridWidgets, PagesAreWhatTheWindowShows) {
-  Fill(form_.many);
-  driver_.PressRow(form_, form_.grid, 0);
-  adapters::PressKey(View(), Qt::Key_PageDown);
-  const int page = View().SelectedRow();
-  EXPECT_GT(page, 1);
-  EXPECT_TRUE(View().viewport()->rect().contains(View().visualRect(View().model()->index(page, 0)).center()));
-  adapters::PressKey(View(), Qt::Key_PageUp);
-  EXPECT_EQ(View().SelectedRow(), 0);
-}
-
 TEST_F(GridWidgets, TheHeaderIsResizedByTheUserAndSortsNothingItself) {
   Fill(form_.few);
   QHeaderView& header = *View().horizontalHeader();

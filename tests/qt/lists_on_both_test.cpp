@@ -31,11 +31,6 @@ class Lists : public OnBothFrontEnds<ListForm> {
   static Step Rows(const char* name, CountedRows ListForm::*rows) {
     return Do(name, [rows](ListForm& form) { form.grid.SetRows(&(form.*rows)); });
   }
-  static Step Type(const char* name, forms::ComboBox ListForm::*combo, std::string text) {
-    return {name, [combo, text = std::move(text)](Driver& driver, ListForm& form) {
-              return driver.Type(form, form.*combo, text);
-            }};
-  }
   /// What the form with widgets has heard since the last call; the other one heard the same.
   std::vector<std::string> TakeEvents() {
     headless_form_.events.clear();
@@ -136,18 +131,14 @@ TEST_F(Lists, AnEditableListTakesAnyText) {
     for (int i = 0; i < times; ++i) all += text;
     return all;
   };
-  Expect({kShow,
-          Type("not editable", &ListForm::cmbKind, "first"),
+  Expect({kShow, Type("not editable", &ListForm::cmbKind, "first"),
           Type("an own text", &ListForm::cmbTitle, "Prof"),
-          Type("over it, an item", &ListForm::cmbTitle, "Mrs"),
-          Type("nothing", &ListForm::cmbTitle, ""),
+          Type("over it, an item", &ListForm::cmbTitle, "Mrs"), Type("nothing", &ListForm::cmbTitle, ""),
           Do("limit", [](ListForm& form) { form.cmbTitle.SetMaxLength(50); }),
           Type("forty-nine and a half", &ListForm::cmbTitle, "x" + repeat(combining, 30)),
           Type("beyond the first plane", &ListForm::cmbTitle, repeat(beyond, 49) + "ab"),
           Do("typed", [&](ListForm& form) { EXPECT_EQ(form.cmbTitle.text(), repeat(beyond, 49) + "a"); }),
-          {"choose", [](Driver& driver, ListForm& form) { return driver.Choose(form, form.cmbTitle, 2); }},
-          {"choose it again",
-           [](Driver& driver, ListForm& form) { return driver.Choose(form, form.cmbTitle, 2); }},
+          Choose("choose", &ListForm::cmbTitle, 2), Choose("choose it again", &ListForm::cmbTitle, 2),
           Do("the program's text is not cut",
              [&](ListForm& form) { form.cmbTitle.SetText(repeat("long ", 20)); }),
           Do("index", [](ListForm& form) { form.cmbTitle.SetListIndex(0); }),

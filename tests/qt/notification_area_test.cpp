@@ -4,6 +4,8 @@
 
 #include "adapters/qt/qt_notification_area.h"
 #include "qt/qt_fixture.h"
+#include "support/error_number.h"
+#include "support/latin1_code_page.h"
 
 namespace kestro::qt_tests {
 namespace {
@@ -32,17 +34,6 @@ class FakeTray final : public adapters::TrayBackend {
 
   Calls calls;
   Listener listener;
-};
-
-/// Every byte is the character of its value.
-class Latin1 final : public AnsiCodePage {
- public:
-  [[nodiscard]] std::string ToText(std::string_view bytes) const override {
-    return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size())).toStdString();
-  }
-  [[nodiscard]] std::string FromText(std::string_view text) const override {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toLatin1().toStdString();
-  }
 };
 
 class NotificationArea : public QtFixture {
@@ -74,7 +65,7 @@ class NotificationArea : public QtFixture {
   QTemporaryDir folder_;
   SampleForm form_{host_};
   FakeTray tray_;
-  Latin1 code_page_;
+  test::Latin1CodePage code_page_;
   adapters::QtNotificationArea area_{host_, code_page_, tray_,
                                      [](std::string_view path) { return std::string(path); }};
   NotificationRecord record_;
@@ -177,12 +168,7 @@ TEST_F(NotificationArea, IconFilesAreLoadedOnceAndCheckedAlways) {
   EXPECT_EQ(handle, record_.hIcon);
   EXPECT_NE(area_.LoadIconFile(IconPath(24)), handle);
   const auto error_of = [&](const std::string& path) {
-    try {
-      area_.LoadIconFile(path);
-      return 0;
-    } catch (const base::RuntimeError& error) {
-      return error.number();
-    }
+    return test::ErrorNumberOf([&] { area_.LoadIconFile(path); });
   };
   EXPECT_EQ(error_of(folder_.filePath(QStringLiteral("none.ico")).toStdString()), base::kFileNotFound);
   QFile broken(folder_.filePath(QStringLiteral("broken.ico")));

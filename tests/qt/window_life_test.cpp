@@ -2,7 +2,6 @@
 #include <QScreen>
 
 #include "adapters/qt/qt_foreground_windows.h"
-#include "adapters/qt/user_events.h"
 #include "qt/qt_fixture.h"
 
 namespace kestro::qt_tests {
@@ -10,17 +9,6 @@ namespace {
 
 using WindowLife = QtFixture;
 using Events = std::vector<std::string>;
-
-TEST_F(WindowLife, HandlesCountLoadsAndFindTheirWindow) {
-  SampleForm first(host_);
-  SampleForm second(host_);
-  second.Load();
-  first.Load();
-  EXPECT_EQ(second.handle(), 1u);
-  EXPECT_EQ(first.handle(), 2u);
-  EXPECT_EQ(host_.Window(2u), host_.Window(first));
-  EXPECT_EQ(host_.Window(3u), nullptr);
-}
 
 TEST_F(WindowLife, ProcessEndedInAHandlerEndsTheProgramsLoop) {
   SampleForm form(host_);
@@ -43,27 +31,6 @@ TEST_F(WindowLife, AnUnexpectedExceptionEndsTheProgramWithAFailure) {
   post_([&] { EXPECT_THROW(driver_.Click(form, form.cmdOk), std::out_of_range); });
   EXPECT_EQ(boundary_.RunUntilEnded(), 1);
   EXPECT_NE(testing::internal::GetCapturedStderr().find("sample"), std::string::npos);
-}
-
-TEST_F(WindowLife, AModalWindowWaitsUntilItIsHiddenAndBlocksTheOthers) {
-  SampleForm behind(host_, "Behind");
-  SampleForm form(host_);
-  SampleForm tray(host_, "SystemTrayForm");
-  tray.Load();
-  behind.Show();
-  form.cmdOk.on_click = [&] { form.Hide(); };
-  bool reached_behind = true;
-  bool reached_tray = false;
-  post_([&] {
-    reached_behind = driver_.Click(behind, behind.cmdOk);
-    reached_tray = driver_.Click(tray, tray.cmdOk) && driver_.Click(tray, tray.mPopEnd);
-    driver_.Click(form, form.cmdOk);
-  });
-  form.ShowModal(&behind);
-  EXPECT_FALSE(reached_behind);
-  EXPECT_TRUE(reached_tray);
-  EXPECT_FALSE(host_.Window(form)->isVisible());
-  EXPECT_TRUE(driver_.Click(behind, behind.cmdOk));
 }
 
 TEST_F(WindowLife, ProcessEndedComesThroughEveryModalWindow) {
@@ -96,37 +63,6 @@ TEST_F(WindowLife, UnloadingFromItsOwnHandlerIsSafe) {
   form.reset();
   QCoreApplication::processEvents();  // the widgets go now, without the form
   SUCCEED();
-}
-
-TEST_F(WindowLife, AModalWindowThatIsClosedByTheUserReturns) {
-  SampleForm form(host_);
-  post_([&] { driver_.Close(form, forms::kControlMenu); });
-  form.ShowModal();
-  EXPECT_FALSE(form.loaded());
-}
-
-TEST_F(WindowLife, EnterAndEscapePressTheButtonsOfThatRole) {
-  struct Case {
-    const char* name;
-    forms::Control& (*focus)(SampleForm&);
-    int key;
-    const char* event;
-  };
-  const Case cases[] = {
-      {"enter in a text", [](SampleForm& form) -> forms::Control& { return form.txtName; }, Qt::Key_Return,
-       "cmdOk"},
-      {"enter on another button", [](SampleForm& form) -> forms::Control& { return form.cmdCancel; },
-       Qt::Key_Enter, "cmdCancel"},
-      {"escape", [](SampleForm& form) -> forms::Control& { return form.cmbLine; }, Qt::Key_Escape,
-       "cmdCancel"},
-  };
-  for (const Case& test : cases) {
-    SampleForm form(host_);
-    form.Show();
-    test.focus(form).SetFocus();
-    adapters::PressKey(*host_.Window(form)->focusWidget(), test.key);
-    EXPECT_EQ(form.events, (Events{"activate", test.event})) << test.name;
-  }
 }
 
 TEST_F(WindowLife, WindowsArePlacedInsideTheScreen) {

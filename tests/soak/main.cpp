@@ -19,6 +19,8 @@
 namespace kestro::soak {
 namespace {
 
+using test::MemoryUse;
+
 /// Bytes. Not nothing: the database keeps prepared statements, up to 64 a file, and some searches come late.
 constexpr std::int64_t kMostAllocatedGrowth = 512LL * 1024;
 constexpr std::int64_t kMostResidentGrowth = 2LL * 1024 * 1024;  // the allocator gives back in pieces
@@ -90,9 +92,9 @@ void Soak::Guarded(const std::function<void()>& work) {
     running_ = false;
     world_.CheckEnd();
   } catch (const base::RuntimeError& error) {
-    world_.findings().Add("the application let an error out: " + error.source() + " " + error.description());
+    world_.Find("the application let an error out: " + error.source() + " " + error.description());
   } catch (const std::exception& error) {
-    world_.findings().Add(std::string("the application let an exception out: ") + error.what());
+    world_.Find(std::string("the application let an exception out: ") + error.what());
   }
 }
 
@@ -136,8 +138,8 @@ int Soak::Run() {
 
 bool Soak::MemoryGrows() const {
   const auto grows = [](const MemoryWatch& watch) {
-    return watch.AllocatedGrowth() > kMostAllocatedGrowth ||
-           (!test::HasAddressSanitizer() && watch.ResidentGrowth() > kMostResidentGrowth);
+    return watch.Growth(&MemoryUse::allocated) > kMostAllocatedGrowth ||
+           (!test::HasAddressSanitizer() && watch.Growth(&MemoryUse::resident) > kMostResidentGrowth);
   };
   return grows(whole_run_) || grows(last_application_);
 }
@@ -151,8 +153,8 @@ void Soak::Report() const {
   whole_run_.Print(std::cout);
   const auto print = [](const char* what, const MemoryWatch& watch) {
     if (!watch.enough()) return;
-    std::cout << what << ": allocated " << watch.AllocatedGrowth() << " bytes more, resident "
-              << watch.ResidentGrowth() << "\n";
+    std::cout << what << ": allocated " << watch.Growth(&MemoryUse::allocated) << " bytes more, resident "
+              << watch.Growth(&MemoryUse::resident) << "\n";
   };
   print("after the first 10000 calls", whole_run_);
   print("one application, after its first 10000 calls", last_application_);
@@ -162,7 +164,7 @@ void Soak::Report() const {
     return;
   }
   std::cerr << "FAILED at call " << call_ - 1 << ", seed " << options_.seed << ":\n";
-  for (const std::string& text : world_.findings().texts()) std::cerr << "  " << text << "\n";
+  for (const std::string& text : world_.findings()) std::cerr << "  " << text << "\n";
   std::cerr << "The last lines of the transcript:\n";
   for (const std::string& line : world_.last_lines()) std::cerr << "    " << line << "\n";
 }

@@ -63,6 +63,25 @@ class OnBothFrontEnds : public testing::Test {
               return true;
             }};
   }
+  template <class SomeControl>
+  static Step Click(const char* name, SomeControl SomeForm::*control) {
+    return {name, [control](auto& driver, SomeForm& form) { return driver.Click(form, form.*control); }};
+  }
+  template <class SomeControl>
+  static Step Type(const char* name, SomeControl SomeForm::*control, std::string text) {
+    return {name, [control, text = std::move(text)](auto& driver, SomeForm& form) {
+              return driver.Type(form, form.*control, text);
+            }};
+  }
+  template <class SomeControl>
+  static Step Choose(const char* name, SomeControl SomeForm::*control, int item) {
+    return {name, [control, item](auto& driver, SomeForm& form) {
+              return driver.Choose(form, form.*control, item);
+            }};
+  }
+  static Step Check(const char* name, forms::CheckBox SomeForm::*box) {
+    return {name, [box](auto& driver, SomeForm& form) { return driver.Check(form, form.*box, true); }};
+  }
   inline static const Step kShow{"show", [](auto&, SomeForm& form) {
                                    form.Show();
                                    return true;

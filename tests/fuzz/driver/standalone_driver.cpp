@@ -1,10 +1,9 @@
 // A fuzz engine for compilers that bring none: runs LLVMFuzzerTestOneInput on the corpus and then on
-// seeded mutations of it. Equal seeds give equal inputs on every machine.
+// seeded mutations of it. Equal seeds give equal inputs.
 //
-//   fuzz_x [--runs N] [--seed S] [--max-length BYTES] [--timeout SECONDS] [FILE|FOLDER ...]
+//   fuzz_x [-runs=N] [-seed=S] [-max_len=BYTES] [-timeout=SECONDS] [FILE|FOLDER ...]
 //
-// N counts all inputs, those of the corpus included. "-runs=N" and the other options in that spelling are
-// understood too, so that the same call works for a program linked with the compiler's own engine.
+// N counts all inputs, those of the corpus included. The options are those of the compilers' own engines.
 //
 // An input that fails (an exception, a sanitizer report, a crash, a run that exceeds the time-out) is
 // written to crash-SEED-RUN in the current folder; passing that file as the corpus repeats it. Exit status:
@@ -25,9 +24,9 @@
 #include <iterator>
 #include <optional>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <unistd.h>
 #include <vector>
 
@@ -49,16 +48,13 @@ namespace {
 
 using Input = std::vector<std::uint8_t>;
 
-constexpr std::uint64_t kDefaultRuns = 10'000;
-constexpr std::size_t kDefaultMaxLength = 4096;  // bytes; a longer corpus file is used in full
-constexpr unsigned kDefaultTimeoutSeconds = 20;  // for one input
-constexpr std::uint64_t kMaxReportedFailures = 10;
+constexpr unsigned kMaxReportedFailures = 10;
 
 struct Options {
-  std::uint64_t runs = kDefaultRuns;
+  std::uint64_t runs = 10'000;
   std::uint64_t seed = 1;
-  std::uint64_t max_length = kDefaultMaxLength;
-  std::uint64_t timeout_seconds = kDefaultTimeoutSeconds;
+  std::uint64_t max_length = 4096;     // bytes; a longer corpus file is used in full
+  std::uint64_t timeout_seconds = 20;  // for one input
   std::vector<std::filesystem::path> corpus;
 };
 
@@ -88,8 +84,6 @@ void SaveCurrentInput() {
   WriteText(g_crash_file.data());
   WriteText("\n");
 }
-
-void OnDeath() { SaveCurrentInput(); }
 
 void OnSignal(int signal_number) {
   WriteText(signal_number == SIGALRM ? "the time-out of one input passed\n"
@@ -141,177 +135,128 @@ class Mutator {
 
  private:
   void Change(Input& input, const std::vector<Input>& corpus) {
-    switch (Below(10)) {
+    switch (Below(7)) {
       case 0:
-        return FlipBit(input);
       case 1:
-        return SetByte(input);
+        return ChangeByte(input);
       case 2:
-        return SetInterestingByte(input);
+        return ChangeWord(input);
       case 3:
-        return SetInterestingWord(input);
-      case 4:
-        return NudgeWord(input);
-      case 5:
         return input.resize(Below(input.size() + 1));
-      case 6:
+      case 4:
         return Extend(input);
-      case 7:
-        return RemovePart(input);
-      case 8:
-        return RepeatPart(input);
+      case 5:
+        return RemoveOrRepeatPart(input);
       default:
         return Splice(input, corpus[Below(corpus.size())]);
     }
   }
 
-  void FlipBit(Input& input) {
+  // A bit of it, an interesting value, or any.
+  void ChangeByte(Input& input) {
+    static constexpr std::string_view kBytes{"\0\x01\x7F\x80\xFF\r\n\t \";,\\'%0-+9A=<>/\xC3\xE2", 26};
     if (input.empty()) return;
     std::uint8_t& byte = input[Below(input.size())];
-    byte = static_cast<std::uint8_t>(byte ^ (1U << Below(8)));
+    const std::size_t kind = Below(3);
+    if (kind == 0) byte = static_cast<std::uint8_t>(byte ^ (1U << Below(8)));
+    if (kind == 1) byte = static_cast<std::uint8_t>(kBytes[Below(kBytes.size())]);
+    if (kind == 2) byte = static_cast<std::uint8_t>(Below(256));
   }
 
-  void SetByte(Input& input) {
-    if (!input.empty()) input[Below(input.size())] = static_cast<std::uint8_t>(Below(256));
-  }
-
-  void SetInterestingByte(Input& input) {
-    static constexpr std::string_view kBytes{"\0\x01\x7F\x80\xFF\r\n\t \";,\\'%0-+9A=<>/\xC3\xE2", 26};
-    if (!input.empty()) input[Below(input.size())] = static_cast<std::uint8_t>(kBytes[Below(kBytes.size())]);
-  }
-
-  // Sizes and offsets in binary records are little-endian 32-bit words.
-  void SetInterestingWord(Input& input) {
+  // Sizes and offsets in binary records are little-endian 32-bit words: an interesting one, the word that is
+  // there moved a little, or something near the input's own length.
+  void ChangeWord(Input& input) {
     static constexpr std::array<std::uint32_t, 18> kWords{
         0,     1,      2,      4,       8,          16,         100,        0x7F,       0xFF,
         0x100, 0x7FFF, 0xFFFF, 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFF0, 0xFFFFFFFE, 0xFFFFFFFF};
     if (input.size() < 4) return;
-    StoreWord(input, Below(input.size() - 3), kWords[Below(kWords.size())]);
-  }
-
-  // An existing word moves a little, or becomes something near the input's own length.
-  void NudgeWord(Input& input) {
-    if (input.size() < 4) return;
     const std::size_t at = Below(input.size() - 3);
     auto value = static_cast<std::uint32_t>(input.size());
-    if (Below(2) == 0) {
-      value = 0;
-      for (std::size_t i = 4; i-- > 0;) value = (value << 8U) | input[at + i];
-    }
-    StoreWord(input, at, value + static_cast<std::uint32_t>(Below(17)) - 8U);
-  }
-
-  static void StoreWord(Input& input, std::size_t at, std::uint32_t value) {
-    for (std::size_t i = 0; i < 4; ++i) input[at + i] = static_cast<std::uint8_t>(value >> (8U * i));
+    const std::size_t kind = Below(4);
+    if (kind == 0) std::memcpy(&value, &input[at], 4);
+    value += static_cast<std::uint32_t>(Below(17)) - 8U;
+    if (kind > 1) value = kWords[Below(kWords.size())];
+    std::memcpy(&input[at], &value, 4);
   }
 
   void Extend(Input& input) {
     if (input.size() >= max_length_) return;
     const std::size_t room = max_length_ - input.size();
     const std::size_t count = 1 + Below(std::min<std::size_t>(room, Below(8) == 0 ? room : 16));
-    const bool same = Below(2) == 0;
-    auto byte = static_cast<std::uint8_t>(Below(256));
-    for (std::size_t i = 0; i < count; ++i) {
-      if (!same) byte = static_cast<std::uint8_t>(Below(256));
-      input.push_back(byte);
-    }
+    const std::size_t kinds = Below(2) == 0 ? 1 : 256;  // all the same, or any
+    const std::size_t first = Below(256);
+    for (std::size_t i = 0; i < count; ++i) input.push_back(static_cast<std::uint8_t>(first + Below(kinds)));
   }
 
-  void RemovePart(Input& input) {
+  void RemoveOrRepeatPart(Input& input) {
     if (input.empty()) return;
     const std::size_t at = Below(input.size());
-    const std::size_t count = 1 + Below(std::min<std::size_t>(input.size() - at, 32));
     const auto first = input.begin() + static_cast<std::ptrdiff_t>(at);
-    input.erase(first, first + static_cast<std::ptrdiff_t>(std::min(count, input.size() - at)));
-  }
-
-  void RepeatPart(Input& input) {
-    if (input.empty() || input.size() >= max_length_) return;
-    const std::size_t at = Below(input.size());
-    const std::size_t count = std::min({input.size() - at, 1 + Below(64), max_length_ - input.size()});
-    const Input part(input.begin() + static_cast<std::ptrdiff_t>(at),
-                     input.begin() + static_cast<std::ptrdiff_t>(at + count));
-    const std::size_t to = Below(input.size() + 1);
-    input.insert(input.begin() + static_cast<std::ptrdiff_t>(to), part.begin(), part.end());
+    const auto last =
+        first + static_cast<std::ptrdiff_t>(1 + Below(std::min<std::size_t>(input.size() - at, 64)));
+    if (Below(2) == 0) {
+      input.erase(first, last);
+      return;
+    }
+    const Input part(first, last);
+    input.insert(input.begin() + static_cast<std::ptrdiff_t>(Below(input.size() + 1)), part.begin(),
+                 part.end());
+    input.resize(std::min(input.size(), std::max(max_length_, input.size() - part.size())));
   }
 
   // The head of one input and the tail of another.
   void Splice(Input& input, const Input& other) {
     input.resize(Below(input.size() + 1));
-    const std::size_t from = Below(other.size() + 1);
-    input.insert(input.end(), other.begin() + static_cast<std::ptrdiff_t>(from), other.end());
-    if (input.size() > max_length_) input.resize(max_length_);
+    input.insert(input.end(), other.begin() + static_cast<std::ptrdiff_t>(Below(other.size() + 1)),
+                 other.end());
+    input.resize(std::min(input.size(), max_length_));
   }
 
   std::mt19937_64 random_;
   std::size_t max_length_;
 };
 
-bool ReadFile(const std::filesystem::path& path, std::vector<Input>& corpus) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) {
-    std::fprintf(stderr, "%s cannot be read\n", path.c_str());
-    return false;
-  }
-  corpus.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-  return true;
-}
-
-bool ReadCorpus(const std::vector<std::filesystem::path>& paths, std::vector<Input>& corpus) {
+// Ends with an exception when a file or a folder cannot be read.
+std::vector<Input> ReadCorpus(const std::vector<std::filesystem::path>& paths) {
+  std::vector<std::filesystem::path> files;
   for (const std::filesystem::path& path : paths) {
-    std::error_code error;
-    if (!std::filesystem::is_directory(path, error)) {
-      if (!ReadFile(path, corpus)) return false;
+    if (!std::filesystem::is_directory(path)) {
+      files.push_back(path);
       continue;
     }
-    std::vector<std::filesystem::path> files;
-    for (auto entry = std::filesystem::recursive_directory_iterator(path, error);
-         !error && entry != std::filesystem::recursive_directory_iterator(); entry.increment(error)) {
-      if (entry->is_regular_file()) files.push_back(entry->path());
-    }
-    if (error) {
-      std::fprintf(stderr, "%s cannot be listed: %s\n", path.c_str(), error.message().c_str());
-      return false;
-    }
-    // A folder lists its files in any order; runs are to be repeatable.
-    std::sort(files.begin(), files.end());
-    for (const std::filesystem::path& file : files) {
-      if (!ReadFile(file, corpus)) return false;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(path)) {
+      if (entry.is_regular_file()) files.push_back(entry.path());
     }
   }
-  return true;
+  std::sort(files.begin(), files.end());  // a folder lists its files in any order; runs are to be repeatable
+  std::vector<Input> corpus;
+  for (const std::filesystem::path& path : files) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) throw std::runtime_error(path.string() + " cannot be read");
+    corpus.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+  }
+  if (corpus.empty()) corpus.emplace_back();
+  return corpus;
 }
 
-std::optional<Options> ParseArguments(int argc, char** argv) {
+Options ParseArguments(int argc, char** argv) {
   Options options;
+  const std::pair<std::string_view, std::uint64_t&> numbers[] = {{"-runs=", options.runs},
+                                                                 {"-seed=", options.seed},
+                                                                 {"-max_len=", options.max_length},
+                                                                 {"-timeout=", options.timeout_seconds}};
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];
-    if (argument.size() < 2 || argument.front() != '-') {
+    if (!argument.starts_with('-')) {
       options.corpus.emplace_back(argument);
       continue;
     }
-    std::string_view name = argument.substr(argument.find_first_not_of('-'));
-    std::string_view value;
-    if (const std::size_t equals = name.find('='); equals != std::string_view::npos) {
-      value = name.substr(equals + 1);
-      name = name.substr(0, equals);
-    } else if (i + 1 < argc) {
-      value = argv[++i];
-    }
-    std::uint64_t number = 0;
-    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
-    const bool is_number = !value.empty() && error == std::errc() && end == value.data() + value.size();
-    if (is_number && name == "runs") {
-      options.runs = number;
-    } else if (is_number && name == "seed") {
-      options.seed = number;
-    } else if (is_number && (name == "max-length" || name == "max_len")) {
-      options.max_length = number;
-    } else if (is_number && name == "timeout") {
-      options.timeout_seconds = number;
-    } else {
-      std::fprintf(stderr, "%s: not an option with a number\n", argv[i]);
-      return std::nullopt;
+    const auto known = std::find_if(std::begin(numbers), std::end(numbers),
+                                    [&](const auto& entry) { return argument.starts_with(entry.first); });
+    const char* const last = argument.data() + argument.size();
+    if (known == std::end(numbers) ||
+        std::from_chars(argument.data() + known->first.size(), last, known->second).ptr != last) {
+      throw std::invalid_argument(std::string(argument) + ": not an option with a number");
     }
   }
   return options;
@@ -319,7 +264,7 @@ std::optional<Options> ParseArguments(int argc, char** argv) {
 
 void CatchDeath() {
   if (__sanitizer_set_death_callback != nullptr) {
-    __sanitizer_set_death_callback(OnDeath);
+    __sanitizer_set_death_callback(SaveCurrentInput);
   } else {
     for (const int signal_number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) std::signal(signal_number, OnSignal);
   }
@@ -330,26 +275,29 @@ void CatchDeath() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::optional<Options> options = ParseArguments(argc, argv);
-  if (!options) return 2;
+  Options options;
   std::vector<Input> corpus;
-  if (!ReadCorpus(options->corpus, corpus)) return 2;
-  if (corpus.empty()) corpus.emplace_back();
+  try {
+    options = ParseArguments(argc, argv);
+    corpus = ReadCorpus(options.corpus);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 2;
+  }
   CatchDeath();
 
-  Mutator mutator(options->seed, options->max_length);
-  std::uint64_t failures = 0;
-  std::uint64_t run = 0;
-  for (; run < options->runs && failures < kMaxReportedFailures; ++run) {
+  Mutator mutator(options.seed, options.max_length);
+  unsigned long long failures = 0;
+  unsigned long long run = 0;
+  for (; run < options.runs && failures < kMaxReportedFailures; ++run) {
     const Input input = run < corpus.size() ? corpus[static_cast<std::size_t>(run)]
                                             : mutator.Mutate(corpus[mutator.Below(corpus.size())], corpus);
-    if (const std::optional<std::string> failure = RunOne(input, *options, run)) {
+    if (const std::optional<std::string> failure = RunOne(input, options, run)) {
       ++failures;
-      std::fprintf(stderr, "run %llu (seed %llu, %zu bytes): %s\n", static_cast<unsigned long long>(run),
-                   static_cast<unsigned long long>(options->seed), input.size(), failure->c_str());
+      std::fprintf(stderr, "run %llu (seed %llu, %zu bytes): %s\n", run,
+                   static_cast<unsigned long long>(options.seed), input.size(), failure->c_str());
     }
   }
-  std::printf("%llu runs, %llu failures\n", static_cast<unsigned long long>(run),
-              static_cast<unsigned long long>(failures));
+  std::printf("%llu runs, %llu failures\n", run, failures);
   return failures == 0 ? 0 : 1;
 }

@@ -1,7 +1,6 @@
 #include "contacts/cti_contacts.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <set>
 #include <string>
 #include <string_view>
@@ -14,7 +13,9 @@
 #include "base/text.h"
 #include "contacts/contact_statements.h"
 #include "contacts/search_hash.h"
+#include "jet/error.h"
 #include "unit/support/contacts_database.h"
+#include "unit/support/faulty_files.h"
 
 namespace kestro::contacts {
 namespace {
@@ -151,23 +152,17 @@ TEST_F(CTIContactsTest, LooksNumbersUpThroughTheFourIndexes) {
   EXPECT_FALSE(look_ups.contains("SCAN Contact VIRTUAL TABLE INDEX 0:"));
 }
 
-TEST_F(CTIContactsTest, OtherToolsReadWhatIsStored) {
-  if (std::system("command -v mdb-export > /dev/null") != 0) GTEST_SKIP() << "mdb-export is not installed";
-  Contact contact;
-  contact.Name = "Říha & syn";
-  contact.Phone[1] = "602 111 222";
-  contact.PhoneType = {1, 2, 3, 4};
-  contact.Note = Repeated("a long note, ", 1000);
-  Component().CreateContact(contact);
-  const auto exported = store_.folder().File("exported.csv");
-  const std::string command =
-      "mdb-export '" + store_.path().string() + "' Contact > '" + exported.string() + "'";
-  ASSERT_EQ(std::system(command.c_str()), 0);
-  const std::string text = test_support::ReadFile(exported);
-  for (const auto& part : {std::string("id_Contact,Name,Company"), "1,\"" + contact.Name + "\"",
-                           std::string("\"602 111 222\""), "\"" + contact.Note + "\""}) {
-    EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text.substr(0, 500);
-  }
+TEST_F(CTIContactsTest, LeavesTheUserFieldNamesWhenStoringFails) {
+  test_support::FaultyFiles files(test_support::Files());
+  auto database = test_support::MakeSqlite(files);
+  UserFieldService service(database);
+  service.SetConnectionString(store_.connection_string());
+  const UserFieldNames names = {"1", "2", "3", "4"};
+  service.StoreUserFieldNames(names);
+  files.before_change = [] { throw jet::Error(jet::ErrorKind::kFileSystem, "disk full"); };
+  EXPECT_THROW(service.StoreUserFieldNames({"refused", "", "", ""}), base::RuntimeError);
+  files.before_change = [] {};
+  EXPECT_EQ(service.GetUserFieldNames(), names);
 }
 
 }  // namespace

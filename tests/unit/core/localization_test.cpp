@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "generated/text_catalogue_table.h"
 #include "support/log_capture.h"
 
 namespace kestro::core {
@@ -25,13 +24,6 @@ TEST_F(LocalizationTest, FillsPlaceholdersFromLeftToRight) {
   EXPECT_EQ(texts.GetLocalizedString("193", {"surplus"}), "OK");
   EXPECT_EQ(texts.GetLocalizedString("113", {"%%p", "a", "b"}),
             "Database file a is read only.bFile attributes must allow writing.");
-}
-
-TEST_F(LocalizationTest, OddTextsAreKept) {
-  EXPECT_TRUE(texts.GetLocalizedString("120").ends_with("terminated.\""));
-  EXPECT_EQ(texts.GetLocalizedString("150"), "Switch to \xE2\x80\xA6");
-  EXPECT_EQ(texts.GetLocalizedString("103"), texts.GetLocalizedString("116"));
-  EXPECT_GE(CatalogueTexts().size(), 164U);
 }
 
 TEST_F(LocalizationTest, AnIdentifierWithoutTextIsAnError) {

@@ -162,24 +162,5 @@ TEST(Exchange, APostedTaskSurvivesTheExchange) {
   EXPECT_EQ(0, messages);
 }
 
-TEST(Exchange, InjectedResultsComeFirstAndAsOftenAsAsked) {
-  test::ExchangeBench bench;
-  auto& exchange = bench.exchange;
-  EXPECT_FALSE(exchange.Fail("lineMakeCall", -1));
-  EXPECT_FALSE(exchange.Work("lineopen"));
-  bench.OpenLine();
-  const auto line = bench.line;
-  EXPECT_TRUE(exchange.Fail("lineOpen", 7, 2));
-  EXPECT_EQ(7, exchange.Open(0, 99, bench.line, 0, 0, 0, 0, 0));
-  EXPECT_EQ(7, exchange.Open(bench.application, 0, bench.line, 0x10004, 0, 0, 6, 4));
-  EXPECT_EQ(line, bench.line) << "a failing function changes nothing";
-  EXPECT_EQ(0, exchange.Open(bench.application, 0, bench.line, 0x10004, 0, 0, 6, 4));
-  EXPECT_TRUE(exchange.Fail("lineClose", -5));
-  EXPECT_EQ(-5, exchange.Close(bench.line));
-  EXPECT_EQ(-5, exchange.Close(bench.line));
-  EXPECT_TRUE(exchange.Work("lineClose"));
-  EXPECT_EQ(0, exchange.Close(bench.line));
-}
-
 }  // namespace
 }  // namespace kestro

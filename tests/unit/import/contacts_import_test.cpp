@@ -10,6 +10,7 @@
 #include "contacts/database_session.h"
 #include "support/import_bench.h"
 #include "support/no_files.h"
+#include "support/passing_command.h"
 #include "unit/support/contacts_database.h"
 
 namespace kestro::import {
@@ -20,50 +21,31 @@ using test_support::ContactsDatabase;
 using Texts = std::vector<std::string>;
 
 /// Refuses to store contacts of one name.
-class RefusingDatabase final : public ports::Database {
+class RefusingCommand final : public test::PassingCommand {
  public:
-  explicit RefusingDatabase(ports::Database& database) : database_(database) {}
-  std::unique_ptr<ports::Connection> CreateConnection() override { return database_.CreateConnection(); }
-  std::unique_ptr<ports::Command> CreateCommand() override {
-    return std::make_unique<RefusingCommand>(database_.CreateCommand(), refused);
+  RefusingCommand(std::unique_ptr<ports::Command> command, const std::string& refused)
+      : PassingCommand(std::move(command)), refused_(refused) {}
+  void SetCommandText(std::string_view text) override {
+    stores_ = text.starts_with("INSERT INTO Contact");
+    PassingCommand::SetCommandText(text);
+  }
+  using PassingCommand::AppendParameter;
+  void AppendParameter(std::string_view value) override {
+    if (!name_) name_ = value;
+    PassingCommand::AppendParameter(value);
+  }
+  std::unique_ptr<ports::Recordset> Execute(int options) override {
+    const auto name = std::exchange(name_, std::nullopt);  // the parameters are used up
+    if (stores_ && !refused_.empty() && name == refused_) {
+      throw base::RuntimeError(base::kDatabaseError, "refused");
+    }
+    return PassingCommand::Execute(options);
   }
 
-  std::string refused;
-
  private:
-  class RefusingCommand final : public ports::Command {
-   public:
-    RefusingCommand(std::unique_ptr<ports::Command> command, const std::string& refused)
-        : command_(std::move(command)), refused_(refused) {}
-    void SetCommandType(int type) override { command_->SetCommandType(type); }
-    void SetCommandText(std::string_view text) override {
-      stores_ = text.starts_with("INSERT INTO Contact");
-      command_->SetCommandText(text);
-    }
-    void SetActiveConnection(ports::Connection& connection) override {
-      command_->SetActiveConnection(connection);
-    }
-    void AppendParameter(std::int64_t value) override { command_->AppendParameter(value); }
-    void AppendParameter(std::string_view value) override {
-      if (!name_) name_ = value;
-      command_->AppendParameter(value);
-    }
-    std::unique_ptr<ports::Recordset> Execute(int options) override {
-      const auto name = std::exchange(name_, std::nullopt);  // the parameters are used up
-      if (stores_ && !refused_.empty() && name == refused_) {
-        throw base::RuntimeError(base::kDatabaseError, "refused");
-      }
-      return command_->Execute(options);
-    }
-
-   private:
-    std::unique_ptr<ports::Command> command_;
-    const std::string& refused_;
-    std::optional<std::string> name_;  // the first text
-    bool stores_ = false;
-  };
-
-  ports::Database& database_;
+  const std::string& refused_;
+  std::optional<std::string> name_;  // the first text
+  bool stores_ = false;
 };
 
 /// One file, made anew by `open` each time it is opened.
@@ -151,11 +133,11 @@ class ContactsImportTest : public testing::Test {
   void RefuseMoreThanOne(const std::string& name) {
     contacts::DatabaseSession session(database_, book_.connection_string());
     session.Run("INSERT INTO Contact (Name) VALUES ('" + name + "')");
-    database_.refused = name;
+    database_.state = name;
   }
 
   ContactsDatabase book_;
-  RefusingDatabase database_{book_.database()};
+  test::WrappedDatabase<RefusingCommand, std::string> database_{book_.database()};
   OneFile files_;
   SteppingClock clock_;
   ImportBench bench_{database_, book_.path().string(), files_, clock_};

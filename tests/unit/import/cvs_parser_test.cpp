@@ -26,6 +26,7 @@ class CVSParserTest : public testing::Test {
   CVSParser parser_{log_};
 };
 
+using namespace std::string_view_literals;
 using Texts = std::vector<std::string>;
 
 TEST_F(CVSParserTest, SplitsAsTheExpressionDoes) {
@@ -98,7 +99,7 @@ TEST_F(CVSParserTest, AgreesWithTheExpressionOnGeneratedLines) {
                                     "\xC2\xA0",
                                     "\xE2\x80\xA8",
                                     "\xEF\xBB\xBF",
-                                    std::string_view("\0", 1),
+                                    "\0"sv,
                                     "\xFF"};
   std::mt19937 random(20);
   for (int i = 0; i < kLines; ++i) {

@@ -3,9 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <future>
-#include <map>
 #include <memory>
-#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -14,8 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#include "adapters/posix/activation_socket.h"
 #include "adapters/posix/control_client.h"
 #include "adapters/posix/local_socket.h"
+#include "support/polling_watcher.h"
 #include "unit/posix/posix_support.h"
 #include "unit/support/temporary_folder.h"
 
@@ -27,43 +27,6 @@ using adapters::ControlClient;
 using adapters::ControlSocketServer;
 using adapters::FileDescriptor;
 using namespace std::chrono_literals;
-
-/// An event loop as small as possible.
-class PollLoop final : public adapters::DescriptorWatcher {
- public:
-  void Watch(int descriptor, std::function<void()> on_readable) override {
-    watched_[descriptor] = std::make_shared<std::function<void()>>(std::move(on_readable));
-  }
-  void Unwatch(int descriptor) override { watched_.erase(descriptor); }
-
-  void RunFor(std::chrono::milliseconds time) {
-    const auto end = std::chrono::steady_clock::now() + time;
-    do {
-      RunOnce();
-    } while (std::chrono::steady_clock::now() < end);
-  }
-  template <class Result>
-  Result RunUntilReady(std::future<Result> result) {
-    while (result.wait_for(0ms) != std::future_status::ready) RunOnce();
-    return result.get();
-  }
-  [[nodiscard]] std::size_t size() const { return watched_.size(); }
-
- private:
-  void RunOnce() {
-    std::vector<pollfd> descriptors;
-    for (const auto& [descriptor, callback] : watched_) descriptors.push_back({descriptor, POLLIN, 0});
-    ::poll(descriptors.data(), descriptors.size(), 5);
-    for (const pollfd& one : descriptors) {
-      const auto found = watched_.find(one.fd);
-      if (one.revents == 0 || found == watched_.end()) continue;
-      const auto callback = found->second;
-      (*callback)();
-    }
-  }
-
-  std::map<int, std::shared_ptr<std::function<void()>>> watched_;
-};
 
 class ControlSocket : public testing::Test {
  protected:
@@ -77,8 +40,16 @@ class ControlSocket : public testing::Test {
       return reply;
     });
   }
+  void RunFor(std::chrono::milliseconds time) {
+    loop_.RunUntil([] { return false; }, time);
+  }
+  template <class Result>
+  Result RunUntilReady(std::future<Result> result) {
+    EXPECT_TRUE(loop_.RunUntil([&] { return result.wait_for(0ms) == std::future_status::ready; }, 10s));
+    return result.get();
+  }
   std::optional<std::string> Ask(const std::string& line) {
-    return loop_.RunUntilReady(
+    return RunUntilReady(
         std::async(std::launch::async, [this, line] { return ControlClient(path_, 5s).Ask(line); }));
   }
   FileDescriptor Connect() {
@@ -91,7 +62,7 @@ class ControlSocket : public testing::Test {
   }
   /// What came; "closed" when the other side has closed without a word, "" when nothing came yet.
   std::string Receive(const FileDescriptor& socket) {
-    loop_.RunFor(20ms);
+    RunFor(20ms);
     std::array<char, 4096> block{};
     const ssize_t count = ::recv(socket.get(), block.data(), block.size(), 0);
     if (count < 0) return errno == EAGAIN ? "" : "closed";
@@ -100,7 +71,7 @@ class ControlSocket : public testing::Test {
 
   test_support::TemporaryFolder folder_;
   std::string path_ = folder_.File("exchange.sock");
-  PollLoop loop_;
+  test::PollingWatcher loop_;
   std::vector<std::string> requests_;
   std::function<std::string()> handler_;
   int answered_ = 0;
@@ -111,43 +82,50 @@ TEST_F(ControlSocket, AnswersOneRequestAfterTheOther) {
   EXPECT_EQ("ok\nring 1\n", Ask("ring 1"));
   EXPECT_EQ("ok\nlist\n", Ask("list"));
   EXPECT_EQ((std::vector<std::string>{"ring 1", "list"}), requests_);
-  EXPECT_EQ(1U, loop_.size()) << "only the listening socket is left";
+  EXPECT_EQ(1U, loop_.watched()) << "only the listening socket is left";
 }
 
-TEST_F(ControlSocket, TheSocketFileIsTheUsersAloneAndGoesWithTheServer) {
+// Sockets of both kinds are files of the user's, and treat what is in their place alike.
+TEST_F(ControlSocket, SocketFilesAreTheUsersAloneAndReplaceOnlyDeadOnes) {
+  using Server = std::shared_ptr<void>;
+  const struct {
+    int type;
+    std::function<Server()> start;
+  } kinds[] = {{SOCK_STREAM,
+                [this] {
+                  return std::make_shared<ControlSocketServer>(
+                      loop_, path_, [](std::string_view) { return std::string(); });
+                }},
+               {SOCK_DGRAM, [this] {
+                  return std::make_shared<adapters::ActivationSocket>(loop_, path_, [](const auto&) {});
+                }}};
   server_.reset();
   const test::ScopedUmask open(0);
-  StartServer();
-  EXPECT_EQ(0600, test::Permissions(path_));
-  server_.reset();
-  EXPECT_FALSE(fs::exists(path_));
-  EXPECT_EQ(0U, loop_.size());
-  EXPECT_EQ(std::nullopt, Ask("list")) << "nothing listens";
-}
-
-TEST_F(ControlSocket, ALiveServerIsLeftAloneAndADeadOnesFileIsReplaced) {
-  EXPECT_EQ(58, test::ErrorNumberOf([this] { StartServer(); }));
-  EXPECT_EQ("ok\nlist\n", Ask("list")) << "the first server still works";
-  server_.reset();
-  {
-    const FileDescriptor dead = adapters::NewLocalSocket();
-    const sockaddr_un address = adapters::SocketAddress(path_);
-    ASSERT_EQ(0, ::bind(dead.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)));
+  for (const auto& kind : kinds) {
+    {
+      const FileDescriptor dead(::socket(AF_UNIX, kind.type | SOCK_CLOEXEC, 0));
+      const sockaddr_un address = adapters::SocketAddress(path_);
+      ASSERT_EQ(0, ::bind(dead.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)));
+    }
+    ASSERT_TRUE(fs::exists(path_));
+    EXPECT_EQ(std::nullopt, ControlClient(path_).Ask("list"));
+    Server running = kind.start();
+    EXPECT_EQ(0600, test::Permissions(path_));
+    EXPECT_EQ(58, test::ErrorNumberOf(kind.start)) << "one is alive";
+    EXPECT_TRUE(fs::exists(path_));
+    running.reset();
+    EXPECT_FALSE(fs::exists(path_));
+    EXPECT_EQ(0U, loop_.watched());
+    running = kind.start();
+    fs::remove(path_);
+    test_support::WriteFile(path_, "precious");
+    running.reset();
+    EXPECT_EQ("precious", test_support::ReadFile(path_)) << "it has the name of the socket that was there";
+    EXPECT_EQ(58, test::ErrorNumberOf(kind.start));
+    EXPECT_EQ("precious", test_support::ReadFile(path_));
+    fs::remove(path_);
   }
-  ASSERT_TRUE(fs::exists(path_));
-  EXPECT_EQ(std::nullopt, ControlClient(path_).Ask("list"));
-  StartServer();
-  EXPECT_EQ("ok\nlist\n", Ask("list"));
-}
-
-TEST_F(ControlSocket, AnotherFileOfThatNameIsNotRemoved) {
-  fs::remove(path_);
-  test_support::WriteFile(path_, "precious");
-  server_.reset();
-  EXPECT_EQ("precious", test_support::ReadFile(path_)) << "it has the name of the socket that was there";
-  EXPECT_EQ(58, test::ErrorNumberOf([this] { StartServer(); }));
-  EXPECT_EQ("precious", test_support::ReadFile(path_));
-  fs::remove(path_);
+  EXPECT_EQ(std::nullopt, Ask("list")) << "nothing listens";
   path_ = folder_.File(std::string(200, 'x'));
   EXPECT_EQ(75, test::ErrorNumberOf([this] { StartServer(); }));
 }
@@ -183,7 +161,7 @@ TEST_F(ControlSocket, ARequestMayComeInPiecesWhileOthersAreServed) {
   EXPECT_EQ("ok\nring 1\n", Receive(slow));
   const FileDescriptor longest = Connect();
   Send(longest, std::string(4096, 'x') + "\n");
-  loop_.RunFor(20ms);
+  RunFor(20ms);
   EXPECT_EQ(4096U, requests_.back().size());
 }
 
@@ -209,14 +187,14 @@ TEST_F(ControlSocket, AHandlerMayEndTheProgramOrTheServer) {
   const FileDescriptor first = Connect();
   Send(first, "quit\n");
   handler_ = []() -> std::string { throw base::ProcessEnded(); };
-  EXPECT_THROW(loop_.RunFor(1s), base::ProcessEnded);
+  EXPECT_THROW(RunFor(1s), base::ProcessEnded);
   EXPECT_EQ("closed", Receive(first));
   handler_ = [this] {
     server_.reset();
     return std::string("ok\n");
   };
   EXPECT_EQ("ok\n", Ask("quit"));
-  EXPECT_EQ(0U, loop_.size());
+  EXPECT_EQ(0U, loop_.watched());
 }
 
 TEST_F(ControlSocket, AProgramThatDoesNotAnswerIsGivenUp) {
@@ -241,7 +219,7 @@ TEST_F(ControlSocket, AnotherUsersProgramIsNotServed) {
     const ssize_t count = ::recv(socket.get(), block.data(), block.size(), 0);
     return count > 0 ? "served" : "closed";
   });
-  EXPECT_EQ("closed", loop_.RunUntilReady(std::move(reply)));
+  EXPECT_EQ("closed", RunUntilReady(std::move(reply)));
   EXPECT_TRUE(requests_.empty());
 }
 

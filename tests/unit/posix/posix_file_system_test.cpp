@@ -1,12 +1,11 @@
 #include "adapters/posix/posix_file_system.h"
 
-#include <csignal>
-#include <fstream>
-#include <sys/resource.h>
+#include <array>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
+#include "adapters/posix/path_map.h"
 #include "adapters/posix/user_folders.h"
 #include "unit/posix/posix_support.h"
 #include "unit/support/temporary_folder.h"
@@ -97,15 +96,10 @@ TEST_F(PosixFileSystem, ACopyThatFailsChangesNothingAndLeavesNothing) {
 TEST_F(PosixFileSystem, ACopyThatRunsOutOfSpaceLeavesTheOldFile) {
   WriteFile(folder_.File("a"), std::string(100'000, 'x'));
   WriteFile(folder_.File("b"), "old");
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  ASSERT_EQ(0, ::getrlimit(RLIMIT_FSIZE, &before));
-  const rlimit small{70'000, before.rlim_max};
-  ASSERT_EQ(0, ::setrlimit(RLIMIT_FSIZE, &small));
-  const std::int32_t result = Copy("C:\\a", "C:\\b", true);
-  ::setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, SIG_DFL);
-  EXPECT_EQ(75, result);
+  {
+    const test::ScopedFileLimit limit(70'000);
+    EXPECT_EQ(75, Copy("C:\\a", "C:\\b", true));
+  }
   EXPECT_EQ("old", ReadFile(folder_.File("b")));
   EXPECT_EQ(2, FileCount());
 }
@@ -118,6 +112,106 @@ TEST(UserFolders, FollowTheEnvironmentUnlessItIsRelative) {
   EXPECT_EQ("/home/u/.local/state", adapters::UserStateHome());
   const test::ScopedEnvironment no_data("XDG_DATA_HOME", nullptr);
   EXPECT_EQ("/home/u/.local/share", adapters::UserDataHome());
+}
+
+class TextLines : public testing::Test {
+ protected:
+  std::string Read(const char* path, std::size_t most_bytes = 100) const {
+    return files_.ReadTextLinesJoined(path, most_bytes);
+  }
+  std::int32_t ErrorOf(const char* path, std::size_t most_bytes = 100) const {
+    return test::ErrorNumberOf([&] { static_cast<void>(Read(path, most_bytes)); });
+  }
+
+  test_support::TemporaryFolder folder_;
+  adapters::PosixFileSystem files_{adapters::PathMap({adapters::PathMount{"C:", folder_.path()}}), "/opt/x",
+                                   ""};
+};
+
+TEST_F(TextLines, HaveNothingBetweenThem) {
+  const std::pair<std::string, std::string> rows[] = {{"", ""},
+                                                      {"\r\n", ""},
+                                                      {"a", "a"},
+                                                      {"a\nb\n", "ab"},
+                                                      {"a\r\n\r\nb", "ab"},
+                                                      {"a\rb\n\rc", "abc"},
+                                                      {" a \n\tb", " a \tb"},
+                                                      {"\xE9\n\xFF", "\xE9\xFF"},
+                                                      {std::string("a\0\nb", 4), std::string("a\0b", 3)}};
+  for (const auto& [content, joined] : rows) {
+    test_support::WriteFile(folder_.File("file"), content);
+    EXPECT_EQ(joined, Read("C:\\file"));
+  }
+}
+
+TEST_F(TextLines, AreReadInBlocksWhateverBecomesOfTheFile) {
+  test_support::WriteFile(folder_.File("file"), "one\ntwo");
+  const auto reader = files_.OpenForReading("C:\\file");
+  fs::remove(folder_.File("file"));
+  std::array<char, 5> block{};
+  EXPECT_EQ(5U, reader->Read(block));
+  EXPECT_EQ("one\nt", std::string_view(block.data(), block.size()));
+  EXPECT_EQ(2U, reader->Read(block));
+  EXPECT_EQ(0U, reader->Read(block));
+  ASSERT_EQ(0, ::mkfifo(folder_.File("reader-pipe").c_str(), 0600));
+  for (const auto& [path, error] : {std::pair{"C:\\file", 53}, {"C:\\", 75}, {"C:\\reader-pipe", 75}}) {
+    EXPECT_EQ(error, test::ErrorNumberOf([&] { static_cast<void>(files_.OpenForReading(path)); })) << path;
+  }
+}
+
+TEST_F(TextLines, OfAFileThatCannotBeReadAreAnError) {
+  test_support::WriteFile(folder_.File("file"), std::string(100'000, 'x'));
+  EXPECT_EQ(100'000U, Read("C:\\file", 100'000).size());
+  EXPECT_EQ(7, ErrorOf("C:\\file", 99'999));
+  EXPECT_EQ(7, ErrorOf("C:\\file", 0));
+  EXPECT_EQ(53, ErrorOf("C:\\missing"));
+  EXPECT_EQ(53, ErrorOf("C:\\missing\\file"));
+  EXPECT_EQ(75, ErrorOf("C:\\"));
+  ASSERT_EQ(0, ::mkfifo(folder_.File("pipe").c_str(), 0600));
+  EXPECT_EQ(75, ErrorOf("C:\\pipe"));
+  fs::create_symlink("/dev/zero", folder_.File("device"));
+  EXPECT_EQ(75, ErrorOf("C:\\device"));
+}
+
+using adapters::PathMap;
+
+TEST(PathMap, TranslatesBothWays) {
+  const PathMap map({{"C:\\", "/mnt/c"}, {"C:\\Data", "/tmp/x/data/"}, {"D:", "/"}});
+  const std::pair<const char*, const char*> rows[] = {
+      {"\\", "/"},
+      {R"(\home\u\CTIDB.mdb)", "/home/u/CTIDB.mdb"},
+      {"picture.jpg", "picture.jpg"},
+      {"Icons\\idle.ico", "Icons/idle.ico"},
+      {"", ""},
+      {"C:", "/mnt/c"},
+      {"C:\\Program\\Icons", "/mnt/c/Program/Icons"},
+      {"C:\\Data", "/tmp/x/data"},
+      {"C:\\Data\\CTIDB.mdb", "/tmp/x/data/CTIDB.mdb"},
+      {"C:\\Database", "/mnt/c/Database"},
+      {"C:\\data\\a", "/mnt/c/data/a"},
+      {"C:\\Data\\P\xC5\x99\xC3\xADklad", "/tmp/x/data/P\xC5\x99\xC3\xADklad"}};
+  for (const auto& [system, native] : rows) EXPECT_EQ(native, map.ToNative(system)) << system;
+  for (const auto& [system, native] : rows) {
+    if (*native == '/' && *system == '\\') continue;  // the native root is D: here
+    EXPECT_EQ(system, map.ToSystem(native)) << native;
+  }
+  EXPECT_EQ("D:\\etc", map.ToSystem("/etc"));
+  EXPECT_EQ("\\etc", PathMap().ToSystem("/etc"));
+  EXPECT_EQ("/mnt/c/a/b", map.ToNative("C:/a\\b")) << "a native separator counts as one";
+}
+
+TEST(PathMap, RefusesWhatHasNoCounterpart) {
+  const PathMap map({adapters::PathMount{"C:\\Data", "/tmp/x/data"}});
+  const std::string zero("C:\\Data\\a\0b", 11);
+  for (const std::string_view path :
+       {std::string_view(R"(C:\Data\..)"), std::string_view(R"(C:\Data\a\..\..\b)"),
+        std::string_view(R"(C:\Data\../b)"), std::string_view(R"(C:\Data\..\Data\a)"),
+        std::string_view("D:\\x"), std::string_view("C:\\Database"), std::string_view(zero)}) {
+    EXPECT_EQ(76, ErrorNumberOf([&] { static_cast<void>(map.ToNative(path)); })) << path;
+  }
+  EXPECT_EQ("/tmp/x/data/a/../b", map.ToNative("C:\\Data\\a\\..\\b"));
+  EXPECT_EQ("/a/../../b", map.ToNative("\\a\\..\\..\\b"));
+  EXPECT_EQ(76, ErrorNumberOf([&] { static_cast<void>(map.ToSystem("/home/a\\b")); }));
 }
 
 }  // namespace

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <stdexcept>
 #include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "base/runtime_error.h"
+#include "support/error_number.h"
 
 namespace kestro::test {
 
@@ -51,15 +54,24 @@ inline int Permissions(const std::filesystem::path& path) {
   return ::lstat(path.c_str(), &status) == 0 ? static_cast<int>(status.st_mode & 07777U) : -1;
 }
 
-/// Number of the run-time error that the action raises; 0 when it raises none.
-template <class Action>
-std::int32_t ErrorNumberOf(Action&& action) {
-  try {
-    action();
-  } catch (const base::RuntimeError& error) {
-    return error.number();
+/// No file of this process may become larger while it lives; a write behind that is an error, no signal.
+class ScopedFileLimit {
+ public:
+  explicit ScopedFileLimit(rlim_t bytes) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    if (::getrlimit(RLIMIT_FSIZE, &before_) != 0) throw std::runtime_error("no limit can be set");
+    const rlimit small{bytes, before_.rlim_max};
+    if (::setrlimit(RLIMIT_FSIZE, &small) != 0) throw std::runtime_error("no limit can be set");
   }
-  return 0;
-}
+  ~ScopedFileLimit() {
+    ::setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, SIG_DFL);
+  }
+  ScopedFileLimit(const ScopedFileLimit&) = delete;
+  ScopedFileLimit& operator=(const ScopedFileLimit&) = delete;
+
+ private:
+  rlimit before_{};
+};
 
 }  // namespace kestro::test

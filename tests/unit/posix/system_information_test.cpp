@@ -1,7 +1,10 @@
 #include "adapters/posix/system_information.h"
 
+#include <array>
+
 #include <gtest/gtest.h>
 
+#include "adapters/posix/posix_shell_information.h"
 #include "unit/posix/posix_support.h"
 #include "unit/support/temporary_folder.h"
 
@@ -44,6 +47,26 @@ TEST(PosixSystemInformation, LeavesOutWhatIsNotKnown) {
   const auto information = adapters::PosixSystemInformation("", "", "/no/such/file").Read();
   EXPECT_TRUE(information.system.starts_with("Linux "));
   EXPECT_EQ("", information.desktop);
+}
+
+TEST(PosixShellInformation, AnswersTheVersionQueriesAsTheCallersAskThem) {
+  adapters::PosixShellInformation shell(true);
+  const std::int32_t size = shell.FileVersionInfoSize("shell32.dll");
+  ASSERT_GT(size, 0);
+  std::vector<std::uint8_t> block(static_cast<std::size_t>(size));
+  EXPECT_EQ(std::nullopt, shell.QueryRootBlock(block)) << "the block is still empty";
+  ASSERT_TRUE(shell.FileVersionInfo("shell32.dll", block));
+  EXPECT_EQ(6U, *shell.QueryRootBlock(block) >> 16U);
+  EXPECT_EQ(0x0105U, shell.GetVersionWord());
+  EXPECT_EQ(0x0004U, adapters::PosixShellInformation(false).GetVersionWord());
+}
+
+TEST(PosixShellInformation, RefusesOtherFilesAndSmallBuffers) {
+  adapters::PosixShellInformation shell(true);
+  std::array<std::uint8_t, 7> small{};
+  EXPECT_EQ(0, shell.FileVersionInfoSize("user32.dll"));
+  EXPECT_FALSE(shell.FileVersionInfo("shell32.dll", small));
+  EXPECT_EQ(std::nullopt, shell.QueryRootBlock(small));
 }
 
 }  // namespace

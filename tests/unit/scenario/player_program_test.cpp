@@ -2,13 +2,12 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
+
+#include "unit/support/temporary_folder.h"
 
 namespace kestro::scenario {
 namespace {
@@ -21,30 +20,25 @@ struct Outcome {
   std::string errors;
 };
 
-std::string ReadFile(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
+using test_support::ReadFile;
 
 class PlayerProgramTest : public ::testing::Test {
  protected:
-  PlayerProgramTest() { fs::create_directories(folder_); }
-  ~PlayerProgramTest() override { fs::remove_all(folder_); }
-
   fs::path Write(const std::string& name, const std::string& script) {
-    std::ofstream(folder_ / name, std::ios::binary) << script;
-    return folder_ / name;
+    test_support::WriteFile(folder_.File(name), script);
+    return folder_.File(name);
   }
   Outcome Run(const std::string& arguments) {
     const std::string command = "\"" KESTRO_PROGRAM_DIR "/cti-scenario\" " + arguments + " >\"" +
-                                (folder_ / "out").string() + "\" 2>\"" + (folder_ / "err").string() + "\"";
+                                folder_.File("out").string() + "\" 2>\"" + folder_.File("err").string() +
+                                "\"";
     const int result = std::system(command.c_str());
-    return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, ReadFile(folder_ / "out"),
-            ReadFile(folder_ / "err")};
+    return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, ReadFile(folder_.File("out")),
+            ReadFile(folder_.File("err"))};
   }
   Outcome Play(const std::string& script) { return Run(Write("a.scenario", script).string()); }
 
-  fs::path folder_ = fs::temp_directory_path() / ("cti-scenario-test-" + std::to_string(getpid()));
+  test_support::TemporaryFolder folder_;
 };
 
 TEST_F(PlayerProgramTest, EveryKindOfFailureHasItsStatus) {
@@ -59,6 +53,8 @@ TEST_F(PlayerProgramTest, EveryKindOfFailureHasItsStatus) {
       {"start\nrefuse icon ver\n", 1, "2: there is such a line: icon ver"},
       {"start\ndump call\nexpect icon version 3\n", 1, "3: no such line: icon version 3"},
       {"answer no\nstart\n", 1, "2: 1 answer(s) nobody asked for"},
+      {"setting DatabasePath \"\"\nanswer no\nduring\nclick Settings.CancelButton\nend\nstart\n", 1,
+       "4: the message box does not offer the answer no"},
       {"during\nend\nstart\n", 1, "1: no modal window opened for this"},
       {"start\nanswer cancel\ncall 1 offering from \"1\"\nreply 1 0\n", 1, "4: 1 answer(s) nobody asked for"},
       {"start\nclick Nothing.cmdOK\n", 2, "2: unknown window \"Nothing\""},
@@ -111,16 +107,17 @@ TEST_F(PlayerProgramTest, PlaysEachFileInItsOwnWorldAndAnswersTheWorst) {
   const std::string failing = Write("failing.scenario", "expect x\n").string();
   EXPECT_EQ(Run(good + " " + count).status, 0);
   EXPECT_EQ(Run(failing + " " + good).status, 1);
-  EXPECT_EQ(Run(failing + " " + (folder_ / "missing").string() + " " + good).status, 2);
+  EXPECT_EQ(Run(failing + " " + folder_.File("missing").string() + " " + good).status, 2);
   EXPECT_EQ(Run("").status, 2);
   EXPECT_EQ(Run("--front-end none " + good).status, 2);
   EXPECT_EQ(Run("--keep").status, 2);
-  EXPECT_EQ(Run("--screenshots " + (folder_ / "shots").string() + " " + good).status, 2);  // nothing is drawn
+  EXPECT_EQ(Run("--screenshots " + folder_.File("shots").string() + " " + good).status,
+            2);  // nothing is drawn
 }
 
 TEST_F(PlayerProgramTest, KeepsTheFilesWhenAsked) {
   const std::string script = Write("a.scenario", "data-file \"Sub\\\\f.txt\" \"text\"\nstart\n").string();
-  const fs::path keep = folder_ / "keep";
+  const fs::path keep = folder_.File("keep");
   EXPECT_EQ(Run("--keep " + keep.string() + " " + script + " " + script).status, 0);
   for (const char* name : {"a", "a-2"}) {
     EXPECT_EQ(ReadFile(keep / name / "Data" / "Sub" / "f.txt"), "text");

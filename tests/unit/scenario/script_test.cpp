@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include "scenario/quoting.h"
+#include "scenario/script_line.h"
+#include "scenario/transcript.h"
+
 namespace kestro::scenario {
 namespace {
 
@@ -17,6 +21,22 @@ std::string ErrorOf(std::string_view script) {
   return "no error";
 }
 
+TEST(Quoting, WritesWhatScriptsRead) {
+  const std::string text = "a\"b\\c\r\n\t\x01\x7f\xC5\x99";
+  EXPECT_EQ(Quoted(text), "\"a\\\"b\\\\c\\r\\n\\t\\x01\\x7f\xC5\x99\"");
+  EXPECT_EQ(SplitLine(Quoted(text)).words.at(0).text, text);
+  EXPECT_EQ(OneLine("a\r\n\"b\""), "a\\r\\n\"b\"");
+  EXPECT_EQ(HandleText(0), "0x0");
+  EXPECT_EQ(HandleText(0x1aF), "0x1af");
+}
+
+TEST(Transcript, KeepsItsTail) {
+  Transcript transcript([](std::string_view) {});
+  for (int number = 1; number <= 25; ++number) transcript.Add(std::to_string(number));
+  ASSERT_EQ(transcript.Tail().size(), Transcript::kTailLength);
+  EXPECT_EQ(transcript.Tail().front(), "6");
+}
+
 TEST(Script, ReadsNestedBlocks) {
   const auto actions = ParseScript("during\n during\n start\n end\n dump call\nend\ndump flags\n");
   ASSERT_EQ(actions.size(), 2U);
@@ -24,33 +44,6 @@ TEST(Script, ReadsNestedBlocks) {
   EXPECT_EQ(actions[0].end_line, 6);
   EXPECT_EQ(actions[0].block[0].block.at(0).kind, ActionKind::kStart);
   EXPECT_EQ(actions[0].block[1].kind, ActionKind::kDumpCall);
-}
-
-TEST(Script, EveryFormIsReadAsItsOwnKind) {
-  for (const ActionForm& form : ActionForms()) {
-    if (form.kind == ActionKind::kDuring || form.kind == ActionKind::kEnd) continue;
-    // A line made of the form itself: every argument filled in, every option given.
-    std::string line;
-    std::string word;
-    for (const char character : std::string(form.form) + " ") {
-      if (character == '[' || character == ']') continue;
-      if (character != ' ') {
-        word += character;
-        continue;
-      }
-      if (const auto bar = word.rfind('|'); bar != std::string::npos) word = word.substr(0, bar);
-      if (const auto bar = word.find('|'); bar != std::string::npos) word = word.substr(0, bar);
-      if (word == "TEXT") word = "\"00\"";
-      if (word == "NUMBER") word = "7";
-      if (word == "PAIRS") word = "Name=\"a\" City=\"b\"";
-      if (word == "WINDOW") word = "SomeWindow";
-      line += word + " ";
-      word.clear();
-    }
-    const auto actions = ParseScript(line);
-    ASSERT_EQ(actions.size(), 1U) << line;
-    EXPECT_EQ(actions[0].kind, form.kind) << line;
-  }
 }
 
 TEST(Script, RefusesWhatItCannotRead) {

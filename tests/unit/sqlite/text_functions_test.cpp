@@ -91,19 +91,14 @@ TEST(TextMatcher, AgreesWithASearchInFoldedText) {
 }
 
 TEST(TextOrder, IsAlphabetical) {
-  const std::string_view ascending[] = {
-      "",       "1",     "a",     "ab",    "á",         "áb",      "az",   "b",    "Čáp",   "čapek",
-      "Dvořák", "Novak", "novák", "Novák", "Novák Jan", "Řeháček", "říha", "Říha", "Šimek", "žofie",
-  };
-  std::vector<std::string_view> sorted(std::begin(ascending), std::end(ascending));
-  std::mt19937 random(3);
-  std::ranges::shuffle(sorted, random);
-  std::ranges::sort(sorted, [](auto left, auto right) { return CompareTextOrder(left, right) < 0; });
   // "á" alone comes right behind "a", "áb" right behind "ab": the letters count before the accents.
   const std::vector<std::string_view> expected = {
       "",       "1",     "a",     "á",     "ab",        "áb",      "az",   "b",    "Čáp",   "čapek",
-      "Dvořák", "Novak", "novák", "Novák", "Novák Jan", "Řeháček", "říha", "Říha", "Šimek", "žofie",
-  };
+      "Dvořák", "Novak", "novák", "Novák", "Novák Jan", "Řeháček", "říha", "Říha", "Šimek", "žofie"};
+  auto sorted = expected;
+  std::mt19937 random(3);
+  std::ranges::shuffle(sorted, random);
+  std::ranges::sort(sorted, [](auto left, auto right) { return CompareTextOrder(left, right) < 0; });
   EXPECT_EQ(sorted, expected);
 }
 
