@@ -28,10 +28,12 @@ void Recover(FileLayer& layer, const std::string& path, File& database) {
   if (!layer.Exists(journal_path)) return;
   {
     const std::unique_ptr<File> journal = layer.Open(journal_path, FileMode::kReadWrite);
-    if (const auto header = ReadCompleteJournal(*journal)) RestoreFromJournal(*journal, *header, database);
+    if (const auto header = ReadCompleteJournal(*journal)) {
+      RestoreFromJournal(*journal, *header, database);
+      RetireJournal(*journal);  // should its name come back after a loss of power
+    }
   }
   layer.Remove(journal_path);
-  layer.SyncFolder(journal_path);
 }
 
 // Other programs announce their shared use of the file in a file beside it.
@@ -213,6 +215,8 @@ void Database::Rollback() {
 }
 
 bool Database::InTransaction() const { return storage_->pager.in_transaction(); }
+
+void Database::LeaveOneFile() { storage_->pager.RemoveJournal(); }
 
 std::size_t Database::BeginSavepoint() { return storage_->pager.BeginSavepoint(); }
 

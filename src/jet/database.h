@@ -67,6 +67,10 @@ class Database {
   void Rollback();
   [[nodiscard]] bool InTransaction() const;
 
+  /// Removes the file that commits use again and leave beside the database: for when no change is in sight.
+  /// Closing the database does it too.
+  void LeaveOneFile();
+
   /// Savepoints nest within a transaction and are known by their depth: the first open one is 0.
   std::size_t BeginSavepoint();
   /// Forgets the savepoint and those within it; their changes become part of what is around.

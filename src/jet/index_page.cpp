@@ -58,6 +58,8 @@ int IndexPage::CompareEntry(std::size_t start, std::size_t end, ByteSpan target)
 std::size_t IndexPage::LowerBound(ByteSpan target) const {
   std::size_t low = 0;
   std::size_t high = used();
+  // Numbers in ascending order are added at the end: looked at first.
+  if (high > 0 && CompareEntry(EntryStartAt(page_, high - 1), high, target) < 0) return high;
   while (low < high) {
     const std::size_t start = EntryStartAt(page_, (low + high) / 2 < high ? (low + high) / 2 : high - 1);
     const std::size_t end = End(start);

@@ -12,7 +12,7 @@
 namespace kestro::jet {
 namespace {
 
-constexpr std::uint64_t kMark = 0x314E524A54454A4BU;  // "KJETJRN1"
+constexpr std::uint64_t kMark = 0x324E524A54454A4BU;  // "KJETJRN2"
 constexpr std::size_t kHeaderSize = 64;
 constexpr std::size_t kRecordSize = 8 + kPageSize + 8;
 constexpr std::size_t kRecordsPerWrite = 64;
@@ -22,9 +22,18 @@ std::uint64_t Mix(std::uint64_t sum, std::uint64_t word) {
   return std::rotl((sum ^ word) * 0x9E3779B97F4A7C15U, 29);
 }
 
+// Four sums side by side: each step of one has to wait for the step before. Whole words only.
 std::uint64_t Checksum(std::uint64_t seed, ByteSpan bytes) {
-  std::uint64_t sum = Mix(seed, bytes.size());
-  for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8) sum = Mix(sum, Load64(bytes, at));
+  constexpr std::size_t kSums = 4;
+  std::array<std::uint64_t, kSums> sums{};
+  for (std::size_t i = 0; i < kSums; ++i) sums[i] = Mix(seed, bytes.size() + i);
+  std::size_t at = 0;
+  for (; at + 8 * kSums <= bytes.size(); at += 8 * kSums) {
+    for (std::size_t i = 0; i < kSums; ++i) sums[i] = Mix(sums[i], Load64(bytes, at + 8 * i));
+  }
+  for (; at + 8 <= bytes.size(); at += 8) sums[0] = Mix(sums[0], Load64(bytes, at));
+  std::uint64_t sum = seed;
+  for (const std::uint64_t one : sums) sum = Mix(sum, one);
   return Mix(sum, sum >> 32);
 }
 
@@ -39,6 +48,13 @@ std::uint64_t RecordOffset(std::uint32_t place) {
 std::uint64_t NewSalt() {
   std::random_device device;
   return (static_cast<std::uint64_t>(device()) << 32) | device();
+}
+
+void StoreMark(File& journal, std::uint64_t mark) {
+  std::array<std::uint8_t, sizeof(mark)> bytes{};
+  Store64(bytes, 0, mark);
+  journal.WriteAt(0, bytes);
+  journal.Sync();
 }
 
 std::optional<JournalHeader> ReadHeader(File& file) {
@@ -56,14 +72,15 @@ std::optional<JournalHeader> ReadHeader(File& file) {
 
 std::string JournalPath(const std::string& database_path) { return database_path + ".journal"; }
 
-JournalWriter::JournalWriter(FileLayer& layer, std::string path, std::uint64_t original_size,
+JournalWriter::JournalWriter(FileLayer& layer, std::string path, Place place, std::uint64_t original_size,
                              std::uint32_t records)
     : layer_(layer),
       path_(std::move(path)),
-      file_(layer.Open(path_, FileMode::kCreate)),
+      place_(place),
+      file_(layer.Open(path_, place == Place::kNothing ? FileMode::kCreate : FileMode::kReadWrite)),
       salt_(NewSalt()),
-      buffer_(kHeaderSize) {
-  buffer_.reserve(kHeaderSize + std::min<std::size_t>(records, kRecordsPerWrite) * kRecordSize);
+      buffer_(kHeaderSize + std::min<std::size_t>(records, kRecordsPerWrite) * kRecordSize),
+      filled_(kHeaderSize) {
   const MutableBytes header(buffer_);
   Store64(header, 0, kMark);
   Store32(header, 8, kPageSize);
@@ -73,28 +90,41 @@ JournalWriter::JournalWriter(FileLayer& layer, std::string path, std::uint64_t o
   Store64(header, kHeaderChecksumAt, Checksum(kMark, header.first(kHeaderChecksumAt)));
 }
 
-void JournalWriter::Add(PageNumber page, ByteSpan content) {
-  const std::size_t start = buffer_.size();
-  buffer_.resize(start + kRecordSize);
-  const MutableBytes record = MutableBytes(buffer_).subspan(start);
-  Store32(record, 0, page);
-  Copy(record, 8, content);
+MutableBytes JournalWriter::NextRecord() {
+  if (buffer_.size() - filled_ < kRecordSize) Flush();
+  const MutableBytes record = Part(MutableBytes(buffer_), filled_, kRecordSize);
+  filled_ += kRecordSize;
+  return record;
+}
+
+void JournalWriter::Add(PageNumber page, File& database) {
+  const MutableBytes record = NextRecord();
+  Store64(record, 0, page);
+  const std::uint64_t offset = static_cast<std::uint64_t>(page) * kPageSize;
+  if (database.ReadAt(offset, record.subspan(8, kPageSize)) != kPageSize) {
+    throw Error(ErrorKind::kFileSystem, "The database file has become shorter");
+  }
   Store64(record, 8 + kPageSize, RecordChecksum(salt_, added_, record));
   ++added_;
-  if (buffer_.size() >= kRecordsPerWrite * kRecordSize) Flush();
 }
 
 void JournalWriter::Flush() {
-  file_->WriteAt(offset_, buffer_);
-  offset_ += buffer_.size();
-  buffer_.clear();
+  file_->WriteAt(offset_, ByteSpan(buffer_).first(filled_));
+  offset_ += filled_;
+  filled_ = 0;
 }
 
 void JournalWriter::Finish() {
-  if (!buffer_.empty()) Flush();
+  if (filled_ > 0) Flush();
   file_->Sync();
-  layer_.SyncFolder(path_);
+  if (place_ != Place::kRetired) layer_.SyncFolder(path_);
 }
+
+void JournalWriter::Retire() { RetireJournal(*file_); }
+
+void JournalWriter::Revive() { StoreMark(*file_, kMark); }
+
+void RetireJournal(File& journal) { StoreMark(journal, 0); }
 
 std::optional<JournalHeader> ReadCompleteJournal(File& file) {
   const std::optional<JournalHeader> header = ReadHeader(file);

@@ -11,6 +11,9 @@ namespace {
 constexpr std::size_t kLeastCachePages = 16;
 // A search for a page to give up that meets only changed or used ones must not take longer and longer.
 constexpr std::size_t kMostVictimSteps = 64;
+constexpr PageNumber kPagesPerRead = 8;
+// The pages of a table lie one behind the other, but for single pages of its indexes.
+constexpr PageNumber kMostStride = 4;
 
 }  // namespace
 
@@ -28,9 +31,26 @@ Pager::Pager(FileLayer& layer, std::unique_ptr<File> file, std::string path, std
   by_page_.resize(page_count_);
 }
 
+Pager::~Pager() {
+  try {
+    RemoveJournal();
+  } catch (...) {
+    // Not even an Error; the journal may stay.
+  }
+}
+
 Frame& Pager::Load(PageNumber page) {
   if (page >= page_count_) {
     throw Error(ErrorKind::kDamaged, "Page " + std::to_string(page) + " is behind the end of the file");
+  }
+  const bool onwards = page > last_loaded_ && page - last_loaded_ <= kMostStride;
+  last_loaded_ = page;
+  if (onwards) {
+    PageNumber end = page + 1;
+    const PageNumber limit = std::min({page + kPagesPerRead, page_count_, committed_count_});
+    while (end < limit && by_page_[end] == nullptr) ++end;
+    if (end - page > 1) ReadAhead(page, end);
+    if (Frame* frame = by_page_[page]) return *frame;
   }
   Frame& frame = TakeFrame();
   frame.page = page;
@@ -39,24 +59,46 @@ Frame& Pager::Load(PageNumber page) {
   return frame;
 }
 
-void Pager::ReadFrame(Frame& frame) {
+// Pages that are not in memory, so that they are as in the file. One request for all costs hardly more than
+// one for each. The first one comes last: the others may be given up again when there is little room.
+void Pager::ReadAhead(PageNumber first, PageNumber end) {
+  read_ahead_.resize(kPagesPerRead * kPageSize);
+  const MutableBytes bytes = MutableBytes(read_ahead_).first((end - first) * kPageSize);
+  ReadPages(first, bytes);
+  for (PageNumber page = end; page-- > first;) {
+    Frame* frame = SpareFrame();
+    if (frame == nullptr) return;
+    Copy(frame->bytes, 0, bytes.subspan((page - first) * kPageSize, kPageSize));
+    Map(*frame, page);
+  }
+  last_loaded_ = end - 1;
+}
+
+void Pager::ReadFrame(Frame& frame) { ReadPages(frame.page, frame.bytes); }
+
+void Pager::ReadPages(PageNumber first, MutableBytes bytes) {
   if (broken_)
     throw Error(ErrorKind::kFileSystem, "A failed commit could not be undone; open the file again");
-  const std::uint64_t offset = static_cast<std::uint64_t>(frame.page) * kPageSize;
-  if (file_->ReadAt(offset, frame.bytes) != kPageSize) {
+  if (file_->ReadAt(static_cast<std::uint64_t>(first) * kPageSize, bytes) != bytes.size()) {
     throw Error(ErrorKind::kFileSystem, "The database file has become shorter");
   }
 }
 
 Frame& Pager::TakeFrame() {
-  if (frames_.size() >= cache_pages_) {
-    if (Frame* victim = FindVictim()) {
-      Unmap(*victim);
-      return *victim;
-    }
-  }
+  if (Frame* spare = SpareFrame()) return *spare;
   frames_.push_back(std::make_unique<Frame>());
   return *frames_.back();
+}
+
+// Within the bound of the cache; null when all pages in it are needed.
+Frame* Pager::SpareFrame() {
+  if (frames_.size() < cache_pages_) {
+    frames_.push_back(std::make_unique<Frame>());
+    return frames_.back().get();
+  }
+  Frame* const victim = FindVictim();
+  if (victim != nullptr) Unmap(*victim);
+  return victim;
 }
 
 Frame* Pager::FindVictim() {

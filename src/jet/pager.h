@@ -7,7 +7,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "jet/bytes.h"
 #include "jet/file_layer.h"
+#include "jet/journal.h"
 #include "jet/page.h"
 #include "jet/page_ref.h"
 
@@ -21,6 +23,7 @@ class Pager {
  public:
   /// Throws kNotADatabase when the size of `file` is no multiple of the page size.
   Pager(FileLayer& layer, std::unique_ptr<File> file, std::string path, std::size_t cache_pages);
+  ~Pager();
   Pager(const Pager&) = delete;
   Pager& operator=(const Pager&) = delete;
 
@@ -48,8 +51,12 @@ class Pager {
 
   void Begin();
   /// All or nothing: when it throws, the transaction is rolled back (or still open, when nothing was tried).
+  /// When it returns, the transaction survives a loss of power.
   void Commit();
   void Rollback();
+  /// Commits leave the retired journal for the next one to write over; this removes it. A file that cannot be
+  /// removed stays: it does no harm, and the next commit or the next opening takes care of it.
+  void RemoveJournal();
   [[nodiscard]] bool in_transaction() const { return in_transaction_; }
 
   std::size_t BeginSavepoint();
@@ -72,11 +79,14 @@ class Pager {
   };
 
   Frame& Load(PageNumber page);
+  void ReadAhead(PageNumber first, PageNumber end);
   Frame& TakeFrame();
+  Frame* SpareFrame();
   Frame* FindVictim();
   void Map(Frame& frame, PageNumber page);
   void Unmap(Frame& frame);
   void ReadFrame(Frame& frame);
+  void ReadPages(PageNumber first, MutableBytes bytes);
   void Save(Frame& frame);
   std::unique_ptr<PageBytes> CopyOf(const PageBytes& bytes);
   void KeepRoom(Savepoint& released);
@@ -86,9 +96,9 @@ class Pager {
   void RequireDepth(std::size_t depth) const;
 
   std::vector<Frame*> ChangedFrames();
-  void WriteJournal(const std::vector<Frame*>& frames);
+  JournalWriter WriteJournal(const std::vector<Frame*>& frames);
   void WriteFrames(const std::vector<Frame*>& frames);
-  void UndoFailedCommit();
+  void UndoFailedCommit(JournalWriter& journal);
   void EndTransaction();
   void ShrinkCache();
 
@@ -101,9 +111,12 @@ class Pager {
   std::size_t hand_ = 0;         // where the search for a page to give up goes on
   PageNumber page_count_ = 0;
   PageNumber committed_count_ = 0;
+  PageNumber last_loaded_ = 0;            // the page read from the file last
+  std::vector<std::uint8_t> read_ahead_;  // room for pages read at once
   std::uint64_t changes_ = 1;
   bool in_transaction_ = false;
   bool broken_ = false;  // a failed commit could not be undone: only opening anew helps
+  JournalWriter::Place journal_ = JournalWriter::Place::kNothing;  // what is beside the file, of ours
   std::vector<Savepoint> savepoints_;
   std::vector<std::unique_ptr<PageBytes>> spare_;  // room of released savepoints, for the next one
   std::uint64_t next_savepoint_ = 1;

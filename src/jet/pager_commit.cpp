@@ -11,6 +11,7 @@ namespace kestro::jet {
 namespace {
 
 constexpr std::size_t kMostPagesPerWrite = 64;
+constexpr std::uint64_t kLongestKeptJournal = std::uint64_t{8} << 20;  // a longer one is removed
 
 }  // namespace
 
@@ -21,27 +22,42 @@ void Pager::Commit() {
     EndTransaction();
     return;
   }
-  const std::string journal = JournalPath(path_);
+  std::optional<JournalWriter> journal;
   try {
-    WriteJournal(frames);
+    journal.emplace(WriteJournal(frames));
   } catch (...) {
-    layer_.Remove(journal);  // the database is untouched; the transaction stays open
+    // The database is untouched; the transaction stays open.
+    journal_ = JournalWriter::Place::kLeftOver;
+    RemoveJournal();
     throw;
   }
   try {
     WriteFrames(frames);
     file_->Sync();
-    layer_.Remove(journal);
+    journal->Retire();
   } catch (...) {
-    UndoFailedCommit();
+    UndoFailedCommit(*journal);
     throw;
   }
+  // The transaction counts. Nothing that may fail comes behind this point.
   for (Frame* frame : frames) frame->dirty = false;
   committed_count_ = page_count_;
   EndTransaction();
   ShrinkCache();
-  // The transaction counts; only whether that survives a loss of power is open when this fails.
-  layer_.SyncFolder(journal);
+  journal_ = JournalWriter::Place::kRetired;
+  const bool keep = journal->size() <= kLongestKeptJournal;
+  journal.reset();
+  if (!keep) RemoveJournal();
+}
+
+void Pager::RemoveJournal() {
+  if (journal_ == JournalWriter::Place::kNothing) return;
+  try {
+    layer_.Remove(JournalPath(path_));
+    journal_ = JournalWriter::Place::kNothing;
+  } catch (const Error&) {
+    // See the declaration.
+  }
 }
 
 // A big transaction makes the cache grow beyond its bound.
@@ -65,49 +81,48 @@ std::vector<Frame*> Pager::ChangedFrames() {
   return frames;
 }
 
-void Pager::WriteJournal(const std::vector<Frame*>& frames) {
+JournalWriter Pager::WriteJournal(const std::vector<Frame*>& frames) {
   const auto old_page = [this](const Frame* frame) { return frame->page < committed_count_; };
   const auto records = static_cast<std::uint32_t>(std::ranges::count_if(frames, old_page));
-  JournalWriter journal(layer_, JournalPath(path_), static_cast<std::uint64_t>(committed_count_) * kPageSize,
+  const std::string path = JournalPath(path_);
+  JournalWriter::Place place = std::exchange(journal_, JournalWriter::Place::kNothing);
+  if (!layer_.Exists(path)) place = JournalWriter::Place::kNothing;  // somebody may have removed it
+  JournalWriter journal(layer_, path, place, static_cast<std::uint64_t>(committed_count_) * kPageSize,
                         records);
-  PageBytes original;
   for (const Frame* frame : frames) {
-    if (!old_page(frame)) continue;
-    if (file_->ReadAt(static_cast<std::uint64_t>(frame->page) * kPageSize, original) != kPageSize) {
-      throw Error(ErrorKind::kFileSystem, "The database file has become shorter");
-    }
-    journal.Add(frame->page, original);
+    if (old_page(frame)) journal.Add(frame->page, *file_);
   }
   journal.Finish();
+  return journal;
 }
 
 void Pager::WriteFrames(const std::vector<Frame*>& frames) {
   std::vector<std::uint8_t> run;
   for (std::size_t first = 0; first < frames.size();) {
-    run.clear();
-    std::size_t next = first;
+    std::size_t next = first + 1;
     while (next < frames.size() && next - first < kMostPagesPerWrite &&
            frames[next]->page == frames[first]->page + (next - first)) {
-      run.insert(run.end(), frames[next]->bytes.begin(), frames[next]->bytes.end());
       ++next;
     }
-    file_->WriteAt(static_cast<std::uint64_t>(frames[first]->page) * kPageSize, run);
+    run.clear();
+    for (std::size_t i = first; next - first > 1 && i < next; ++i) {
+      run.insert(run.end(), frames[i]->bytes.begin(), frames[i]->bytes.end());
+    }
+    file_->WriteAt(static_cast<std::uint64_t>(frames[first]->page) * kPageSize,
+                   run.empty() ? ByteSpan(frames[first]->bytes) : ByteSpan(run));
     first = next;
   }
 }
 
 // Some pages may have reached the file: brings back what was there, as the next opening would.
-void Pager::UndoFailedCommit() {
+void Pager::UndoFailedCommit(JournalWriter& journal) {
   try {
-    const std::string path = JournalPath(path_);
-    {
-      const std::unique_ptr<File> journal = layer_.Open(path, FileMode::kReadWrite);
-      const std::optional<JournalHeader> header = ReadCompleteJournal(*journal);
-      if (!header) throw Error(ErrorKind::kFileSystem, "The journal cannot be read back");
-      RestoreFromJournal(*journal, *header, *file_);
-    }
-    layer_.Remove(path);
-    layer_.SyncFolder(path);
+    journal.Revive();
+    const std::optional<JournalHeader> header = ReadCompleteJournal(journal.file());
+    if (!header) throw Error(ErrorKind::kFileSystem, "The journal cannot be read back");
+    RestoreFromJournal(journal.file(), *header, *file_);
+    journal.Retire();
+    journal_ = JournalWriter::Place::kRetired;
     Rollback();
   } catch (...) {
     // Whoever opens the file next does it: the journal is still there. Nothing in memory may be trusted.

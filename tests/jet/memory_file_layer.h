@@ -66,8 +66,12 @@ class MemoryFileLayer : public jet::FileLayer {
 
   /// The machine stops at the n-th change from now (1 = the next); 0: never.
   void StopAt(std::size_t n) { stop_at_ = n == 0 ? 0 : changes_ + n; }
-  /// That change fails with an error instead, once.
-  void FailAt(std::size_t n) { fail_at_ = n == 0 ? 0 : changes_ + n; }
+  enum class Failures { kOnce, kFromThere };
+  /// That change fails with an error instead; 0: none does.
+  void FailAt(std::size_t n, Failures failures = Failures::kOnce) {
+    fail_at_ = n == 0 ? 0 : changes_ + n;
+    failures_ = failures;
+  }
   [[nodiscard]] std::size_t changes() const { return changes_; }
 
   enum class Loss {
@@ -169,7 +173,8 @@ class MemoryFileLayer : public jet::FileLayer {
   void CountChange() {
     ++changes_;
     if (stop_at_ != 0 && changes_ >= stop_at_) throw PowerLoss();
-    if (fail_at_ != 0 && changes_ == fail_at_) throw Failure("the test's own failure");
+    const bool again = failures_ == Failures::kFromThere && changes_ > fail_at_;
+    if (fail_at_ != 0 && (changes_ == fail_at_ || again)) throw Failure("the test's own failure");
   }
 
   static void Apply(const Write& write, Bytes& content) {
@@ -207,6 +212,7 @@ class MemoryFileLayer : public jet::FileLayer {
   std::size_t changes_ = 0;
   std::size_t stop_at_ = 0;
   std::size_t fail_at_ = 0;
+  Failures failures_ = Failures::kOnce;
 };
 
 }  // namespace kestro::test

@@ -9,7 +9,9 @@
 namespace kestro::adapters {
 
 SqliteConnection::~SqliteConnection() {
-  if (handle_ && in_transaction_) sqlite3_exec(handle_->get(), "ROLLBACK", nullptr, nullptr, nullptr);
+  if (!handle_) return;
+  if (in_transaction_) sqlite3_exec(handle_->get(), "ROLLBACK", nullptr, nullptr, nullptr);
+  handle_->LeaveOneFile();
 }
 
 void SqliteConnection::Open(std::string_view connection_string, std::string_view /*user*/,
@@ -30,6 +32,7 @@ void SqliteConnection::Open(std::string_view connection_string, std::string_view
 void SqliteConnection::Close() {
   const auto closing = handle();
   handle_.reset();
+  closing->LeaveOneFile();
   if (!in_transaction_) return;
   in_transaction_ = false;
   closing->Run("ROLLBACK");

@@ -41,6 +41,8 @@ class SqliteHandle {
   [[nodiscard]] bool read_only() const { return !session_->database().ReadOnlyReason().empty(); }
   /// Runs statements without parameters and without rows to read.
   void Run(const char* statements);
+  /// For when no change is in sight: nothing but the database file itself stays on the disk.
+  void LeaveOneFile() { session_->database().LeaveOneFile(); }
 
  private:
   std::shared_ptr<JetSession> session_;  // closed when the last virtual table is gone
