@@ -28,6 +28,13 @@ check "unknown command" 2 "Usage" "$exchange" dance
 
 check "template" 0 "" "$programs/cti-template" "$HOME/made.tpl"
 check "what the template is" 0 "Contact	0" "$programs/cti-mdb" tables "$HOME/made.tpl"
+check "the template is sound" 0 "0 findings" "$programs/cti-mdb" check "$HOME/made.tpl"
+check "rows of a table" 0 '1,"Work",1' "$programs/cti-mdb" dump "$HOME/made.tpl" PhoneType
+check "no such table" 2 'no table "Nix"' "$programs/cti-mdb" dump "$HOME/made.tpl" Nix
+check "a file that is no database" 2 "not that of a database" "$programs/cti-mdb" check "$0"
+head -c 81920 "$HOME/made.tpl" >"$HOME/cut.tpl"
+check "half of a database" 1 "" "$programs/cti-mdb" check "$HOME/cut.tpl"
+check "no such command" 2 "usage" "$programs/cti-mdb" mend "$HOME/made.tpl"
 check "template without a name" 2 "usage" "$programs/cti-template"
 
 # A user's first start leaves the settings and the contacts behind.

@@ -18,7 +18,9 @@ TEST(DialLink, OnlyPlainNumbersAreTaken) {
       {"tel:(602)%20111%2d222", "602111222"},
       {"tel:%2B420602111222", "+420602111222"},
       {"tel:602111222;ext=21;phone-context=+420", "602111222"},
+      {"tel:602%31", "6021"},
       {"tel:" + longest, longest},
+      {"tel:602" + std::string(249, '-'), "602"},
       {"tel:+" + longest, "+" + longest},
   };
   for (const auto& entry : cases) EXPECT_EQ(entry.number, core::NumberOfLink(entry.link)) << entry.link;
@@ -27,7 +29,7 @@ TEST(DialLink, OnlyPlainNumbersAreTaken) {
 TEST(DialLink, HostileAndBrokenOnesAreRefused) {
   const std::string tel = "tel:";
   const std::string links[] = {tel + std::string(core::kMostLinkDigits + 1, '7'),
-                               tel + std::string(250, '-') + "602",
+                               tel + "602" + std::string(250, '-'),
                                "",
                                "tel",
                                "tel:",
