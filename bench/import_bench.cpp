@@ -19,7 +19,7 @@
 #include <vector>
 
 #include "adapters/posix/posix_file_system.h"
-#include "adapters/posix/system_clock.h"
+#include "core/system_clock.h"
 #include "import/cvs_parser.h"
 #include "support/address_book.h"
 #include "support/ratios.h"
@@ -115,7 +115,7 @@ class LongestStretch {
 /// Returns how long the window was left alone.
 double ImportOurs(test_support::ContactsDatabase& book, const std::string& file, int count) {
   adapters::PosixFileSystem files(adapters::PathMap(), ".", ".");
-  const adapters::SystemClock clock;
+  const core::SystemClock clock;
   test::ImportBench bench(book.database(), book.path().string(), files, clock);
   LongestStretch stretch;
   bench.host().on_pause = [&] { stretch.Pause(); };

@@ -9,12 +9,13 @@
 #include "adapters/headless/headless_foreground_windows.h"
 #include "adapters/headless/headless_form_host.h"
 #include "adapters/posix/iconv_code_page.h"
-#include "adapters/posix/log_file.h"
 #include "adapters/posix/posix_file_system.h"
+#include "adapters/posix/posix_growing_file.h"
 #include "adapters/posix/posix_shell_information.h"
-#include "adapters/posix/system_clock.h"
 #include "app/application.h"
+#include "core/log_file.h"
 #include "core/registry_settings_module.h"
+#include "core/system_clock.h"
 #include "exchange/exchange.h"
 #include "ports/memory_settings_store.h"
 #include "support/address_book.h"
@@ -117,9 +118,9 @@ class Office {
   exchange::Exchange exchange_{[this](auto task) { host_.Post(std::move(task)); }};
   adapters::IconvCodePage code_page_;
   adapters::PosixFileSystem files_{adapters::PathMap(), KESTRO_PROGRAM_DIR, contacts_.folder().path()};
-  adapters::SystemClock clock_;
-  adapters::LogFile log_{
-      clock_, adapters::PathMap(), {.fallback_folder = contacts_.folder().path(), .report_failure = {}}};
+  core::SystemClock clock_;
+  adapters::PosixGrowingFile log_file_{adapters::PathMap()};
+  core::LogFile log_{clock_, log_file_, {.fallback_folder = contacts_.folder().path(), .report_failure = {}}};
   QuietNotificationArea area_;
   adapters::PosixShellInformation shell_{true};
   NoBoxes boxes_;
