@@ -21,6 +21,7 @@
 #include "adapters/win32/wide_text.h"
 #include "adapters/win32/win32_file_system.h"
 #include "base/runtime_error.h"
+#include "support/error_number.h"
 #include "windows/support/running_program.h"
 #include "windows/support/test_user.h"
 
@@ -185,15 +186,6 @@ TEST(FileDialogs, DeliverWhatTheUserChooses) {
   fs::remove_all(folder);
 }
 
-std::int32_t ErrorOf(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const base::RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
-
 TEST(Win32FileSystem, CopiesWholeFilesAndSaysWhyNot) {
   const fs::path folder = fs::temp_directory_path() / "kestro-files";
   fs::remove_all(folder);
@@ -204,13 +196,18 @@ TEST(Win32FileSystem, CopiesWholeFilesAndSaysWhyNot) {
   Win32FileSystem files(folder.string(), "");
   ::SetFileAttributesW((folder / "a").c_str(), FILE_ATTRIBUTE_READONLY);
 
-  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("a"), path("b"), false); }), base::kFileAlreadyExists);
-  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("none"), path("c"), true); }), base::kFileNotFound);
-  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("b"), path("no\\c"), true); }), base::kPathNotFound);
-  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("b"), path("a"), true); }), base::kPathAccessError);
-  EXPECT_EQ(ErrorOf([&] { files.CopyFileTo(path("."), path("c"), true); }), base::kPathAccessError);
-  EXPECT_EQ(ErrorOf([&] { files.CreateFolder(folder.string()); }), base::kFileAlreadyExists);
-  EXPECT_EQ(ErrorOf([&] { static_cast<void>(files.UserDataFolder()); }), base::kPathNotFound);
+  EXPECT_EQ(test::ErrorNumberOf([&] { files.CopyFileTo(path("a"), path("b"), false); }),
+            base::kFileAlreadyExists);
+  EXPECT_EQ(test::ErrorNumberOf([&] { files.CopyFileTo(path("none"), path("c"), true); }),
+            base::kFileNotFound);
+  EXPECT_EQ(test::ErrorNumberOf([&] { files.CopyFileTo(path("b"), path("no\\c"), true); }),
+            base::kPathNotFound);
+  EXPECT_EQ(test::ErrorNumberOf([&] { files.CopyFileTo(path("b"), path("a"), true); }),
+            base::kPathAccessError);
+  EXPECT_EQ(test::ErrorNumberOf([&] { files.CopyFileTo(path("."), path("c"), true); }),
+            base::kPathAccessError);
+  EXPECT_EQ(test::ErrorNumberOf([&] { files.CreateFolder(folder.string()); }), base::kFileAlreadyExists);
+  EXPECT_EQ(test::ErrorNumberOf([&] { static_cast<void>(files.UserDataFolder()); }), base::kPathNotFound);
   EXPECT_FALSE(files.FileExists(path("c")));
 
   files.CopyFileTo(path("a"), path("b"), true);

@@ -1,25 +1,16 @@
 #include <filesystem>
-#include <functional>
 
 #include <gtest/gtest.h>
 
 #include "adapters/win32/win32_file_system.h"
 #include "adapters/win32/win32_growing_file.h"
 #include "base/runtime_error.h"
+#include "support/error_number.h"
 
 namespace kestro::adapters {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::int32_t ErrorOf(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const base::RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 TEST(Win32GrowingFile, GrowsIsRenamedAndRefusesWhatIsNoFile) {
   const fs::path folder = fs::temp_directory_path() / "kestro-growing-file";
@@ -36,7 +27,8 @@ TEST(Win32GrowingFile, GrowsIsRenamedAndRefusesWhatIsNoFile) {
   EXPECT_EQ(files.ReadStart(path, 9), "one\r\n") << "others may read it";
   EXPECT_EQ(file.Open(path), 5U);
   file.Append("two\r\n");
-  EXPECT_EQ(ErrorOf([&] { file.Rename(path, path + ".1"); }), base::kPathAccessError) << "it is open";
+  EXPECT_EQ(test::ErrorNumberOf([&] { file.Rename(path, path + ".1"); }), base::kPathAccessError)
+      << "it is open";
   for (int i = 0; i < 2; ++i) {
     file.Close();
     file.Rename(path, path + ".1");
@@ -45,8 +37,8 @@ TEST(Win32GrowingFile, GrowsIsRenamedAndRefusesWhatIsNoFile) {
     EXPECT_EQ(file.Open(path), 0U);
     file.Append("new");
   }
-  EXPECT_EQ(ErrorOf([&] { file.Open(place); }), base::kPathAccessError);
-  EXPECT_EQ(ErrorOf([&] { file.Open(path + "\\none\\file"); }), base::kPathNotFound);
+  EXPECT_EQ(test::ErrorNumberOf([&] { file.Open(place); }), base::kPathAccessError);
+  EXPECT_EQ(test::ErrorNumberOf([&] { file.Open(path + "\\none\\file"); }), base::kPathNotFound);
   fs::remove_all(folder);
 }
 

@@ -1,33 +1,21 @@
 #include "programs/cti-windows/windows_machine.h"
 
 #include <algorithm>
-#include <fstream>
 
 #include "adapters/win32/wide_text.h"
 #include "base/runtime_error.h"
+#include "scenario/machine_folder.h"
 
 namespace kestro::programs {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kTemplateName = "DBTemplate.tpl";
-constexpr const char* kIconFolder = "Icons";
 constexpr std::string_view kDrive = "C:";
 
 std::string Utf8(const fs::path& path) { return adapters::ToUtf8(path.wstring()); }
 
 fs::path Native(const std::string& path) { return {adapters::ToWide(path)}; }
-
-/// Runs a file operation; its failure becomes the run-time error of the system.
-template <class Work>
-void AsRuntimeError(Work work) {
-  try {
-    work();
-  } catch (const std::exception& error) {
-    throw base::RuntimeError(base::kPathAccessError, error.what());
-  }
-}
 
 }  // namespace
 
@@ -36,12 +24,7 @@ WindowsMachine::WindowsMachine(const fs::path& folder, const fs::path& installed
       files_(std::string(kProgramFolder), std::string(kUserDataFolder),
              [this](std::string_view path) { return RealPath(path); }),
       database_(database_files_, [this](std::string_view path) { return Native(RealPath(path)); }) {
-  const fs::path program = folder / "Program";
-  fs::create_directory(program);
-  fs::create_directory(folder / "Data");
-  fs::copy_file(installed / kTemplateName, program / kTemplateName);
-  fs::permissions(program / kTemplateName, fs::perms::owner_write, fs::perm_options::add);
-  if (fs::exists(installed / kIconFolder)) fs::copy(installed / kIconFolder, program / kIconFolder);
+  scenario::FurnishMachine(folder, installed);
 }
 
 std::string WindowsMachine::RealPath(std::string_view path) const {
@@ -57,25 +40,15 @@ std::string WindowsMachine::RealPath(std::string_view path) const {
 }
 
 void WindowsMachine::WriteFile(std::string_view path, std::string_view bytes) {
-  AsRuntimeError([&] {
-    const fs::path file = Native(RealPath(path));
-    fs::create_directories(file.parent_path());
-    std::ofstream out(file, std::ios::binary);
-    out.exceptions(std::ios::failbit | std::ios::badbit);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
-  });
+  scenario::WriteMachineFile(Native(RealPath(path)), bytes);
 }
 
 void WindowsMachine::RemoveFile(std::string_view path) {
-  AsRuntimeError([&] { fs::remove(Native(RealPath(path))); });
+  scenario::RemoveMachineFile(Native(RealPath(path)));
 }
 
 void WindowsMachine::SetReadOnly(std::string_view path) {
-  AsRuntimeError([&] {
-    fs::permissions(Native(RealPath(path)),
-                    fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
-                    fs::perm_options::remove);
-  });
+  scenario::MakeMachineFileReadOnly(Native(RealPath(path)));
 }
 
 }  // namespace kestro::programs
