@@ -33,6 +33,13 @@ void JetSession::BeginSavepoint(int number) {
 void JetSession::ReleaseSavepoint(int number) {
   const std::size_t depth = DepthOf(number);
   if (depth == savepoints_.size()) return;
+  const int outer = depth == 0 ? -1 : savepoints_[depth - 1];
+  if (number - 1 > outer) {  // it goes on standing for those around it that were never told
+    if (depth + 1 < savepoints_.size()) database_->ReleaseSavepoint(depth + 1);
+    savepoints_.resize(depth + 1);
+    savepoints_.back() = number - 1;
+    return;
+  }
   database_->ReleaseSavepoint(depth);
   savepoints_.resize(depth);
 }

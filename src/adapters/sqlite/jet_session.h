@@ -33,8 +33,8 @@ class JetSession {
   void Rollback();
 
   /// Savepoints by SQLite's numbers: 0 for the outermost one within the transaction, below 0 for one that
-  /// began the transaction. The file learns of those that were open when the first table joined, and of later
-  /// ones.
+  /// began the transaction. Of those that are open when the first table joins only the innermost is told: it
+  /// stands for all of them, since nothing was changed between.
   void BeginSavepoint(int number);
   void ReleaseSavepoint(int number);
   void RollbackToSavepoint(int number);
@@ -43,7 +43,8 @@ class JetSession {
   [[nodiscard]] std::size_t DepthOf(int number) const;
 
   std::unique_ptr<jet::Database> database_;
-  std::vector<int> savepoints_;  // SQLite's number of each savepoint of the file, ascending
+  std::vector<int> savepoints_;  // SQLite's number of each savepoint of the file, ascending; it stands for
+                                 // those between the one before and itself, too
   std::uint64_t changes_ = 0;
   JetOrders orders_;
 };

@@ -108,6 +108,7 @@ const std::map<std::string_view, std::vector<std::string_view>> kGrammar = {
     {"stored_number", {"NULL", "$small", "$small", "$small"}},
     {"seldom_null", {"1", "1", "1", "1", "1", "1", "1", "NULLIF(value, 3)"}},
     {"text", {"''", "'Novák'", "'novák'", "'Ňouma'", "'100%'", "'ж🤞x'", "char(0,65)", "'zz''z'", "'7'"}},
+    {"part", {"$text", "$text", "'ŘŘ'", "'ÉÉÉ'"}},
     {"stored_text",
      {"NULL", "$text", "$text", "$text", "substr(replace(hex(zeroblob(3000)), '00', 'ř'), 1, $key)"}},
     {"memo",
@@ -119,7 +120,7 @@ const std::map<std::string_view, std::vector<std::string_view>> kGrammar = {
     {"comparison", {"=", "<", "<=", ">", ">=", "<>", "IS"}},
     {"simple",
      {"t.id $comparison $key", "t.rowid IN ($key, $key, $number)", "number BETWEEN $number AND $number",
-      "number $comparison $number", "text $comparison $text", "ContainsText(memo, $text)"}},
+      "number $comparison $number", "text $comparison $text", "ContainsText(memo, $part)"}},
     {"condition", {"($simple)", "($simple)", "(($simple) AND ($simple))", "(($simple) OR ($simple))"}},
     {"assignment",
      {"number = number + 1, text = $stored_text", "memo = COALESCE(memo, '') || $text", "small = 3",
@@ -211,6 +212,27 @@ TEST_F(JetTablesTest, BehaveLikeSqlitesOwnTables) {
     handle.reset();
     const auto database = jet::Database::Open(Files(), path.string(), jet::OpenMode::kReadOnly);
     ASSERT_EQ(jet::CheckDatabase(*database).findings, std::vector<std::string>{});
+  }
+}
+
+TEST_F(JetTablesTest, GoBackToSavepointsOfBeforeTheirFirstChange) {
+  SqliteHandle handle(files_, path_);
+  handle.Run(kJetTables);
+  handle.Run("INSERT INTO u VALUES ('kept', 1)");
+  constexpr const char* kDelete = "DELETE FROM u";
+  const std::vector<const char*> changes[] = {
+      {kDelete, "ROLLBACK TO b"},
+      {kDelete, "ROLLBACK TO a"},
+      {kDelete, "SAVEPOINT c", "ROLLBACK TO b"},
+      {kDelete, "RELEASE b", "ROLLBACK TO a"},
+      {kDelete, "ROLLBACK TO b", kDelete, "RELEASE b", "SAVEPOINT b", "ROLLBACK TO a"},
+  };
+  for (const auto& statements : changes) {
+    handle.Run("BEGIN; SAVEPOINT a; SAVEPOINT b");
+    for (const char* const text : statements) handle.Run(text);
+    handle.Run("COMMIT");
+    EXPECT_EQ(RunOn(handle.get(), "SELECT name FROM u").rows, std::vector<std::string>{"3:kept|"})
+        << statements.back();
   }
 }
 
