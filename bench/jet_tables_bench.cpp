@@ -158,9 +158,10 @@ int main(int argument_count, char** argument_values) {
         for (const Side& side : sides) Register(side, count);
       },
       [](const BestTimes& times) {
-        const std::pair<const char*, double> goals[] = {{"look-up", 2}, {"insert 1000", 2},
-                                                        {"search", 3},  {"search notes", 3},
-                                                        {"scan", 3},    {"count", 3}};
+        // COUNT(*) has no goal: SQLite counts a table of its own by pages, a virtual one row by row.
+        const std::pair<const char*, std::optional<double>> goals[] = {{"look-up", 2}, {"insert 1000", 2},
+                                                                       {"search", 3},  {"search notes", 3},
+                                                                       {"scan", 3},    {"count", {}}};
         for (const auto& [what, goal] : goals) {
           times.PrintRatio(std::string(what) + ", Jet", std::string(what) + ", SQLite", goal);
         }

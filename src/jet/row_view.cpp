@@ -78,6 +78,14 @@ std::optional<double> RowView::Number(std::size_t column) const {
   return raw ? std::optional(LoadNumber(described.type, *raw)) : std::nullopt;
 }
 
+std::optional<StoredText> RowView::TextInPlace(std::size_t column) const {
+  const Column& described = definition_->columns[column];
+  if (!described.IsText()) return std::nullopt;
+  std::optional<ByteSpan> raw = layout_.Value(described);
+  if (raw && described.type == ColumnType::kMemo) raw = InlineLongValue(*raw);
+  return raw ? std::optional(LookAtStoredText(*raw)) : std::nullopt;
+}
+
 bool RowView::Text(std::size_t column, std::string& text) const {
   text.clear();
   const Column& described = definition_->columns[column];

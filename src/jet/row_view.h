@@ -9,6 +9,7 @@
 #include "jet/page_ref.h"
 #include "jet/row_id.h"
 #include "jet/row_layout.h"
+#include "jet/stored_text.h"
 #include "jet/value.h"
 
 namespace kestro::jet {
@@ -39,6 +40,10 @@ class RowView {
   /// kText and kMemo: replaces `text` (its memory is used again); false, with "", when null or of another
   /// type.
   bool Text(std::size_t column, std::string& text) const;
+
+  /// kText and kMemo: the text as the row holds it, without a copy; empty when null, of another type, or a
+  /// long text kept outside of the row, which only Text reads.
+  [[nodiscard]] std::optional<StoredText> TextInPlace(std::size_t column) const;
 
   /// Any column. Strings and blobs in `value` keep their memory when the kind stays the same.
   void Get(std::size_t column, Value& value) const;

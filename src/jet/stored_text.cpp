@@ -1,5 +1,6 @@
 #include "jet/stored_text.h"
 
+#include <cstring>
 #include <optional>
 
 #include "jet/error.h"
@@ -43,6 +44,8 @@ void AppendUtf16(ByteSpan stored, std::string& text) {
     }
   }
 }
+
+bool IsShort(ByteSpan stored) { return stored.size() >= 2 && stored[0] == 0xFF && stored[1] == 0xFE; }
 
 // Where the bytes from `at` on stop being ASCII without zeros.
 std::size_t PlainEnd(ByteSpan stored, std::size_t at) {
@@ -106,8 +109,15 @@ std::optional<std::size_t> AppendShort(std::string_view text, std::vector<std::u
 
 }  // namespace
 
+StoredText LookAtStoredText(ByteSpan stored) {
+  if (!IsShort(stored)) return {StoredText::Form::kUtf16, stored};
+  const ByteSpan characters = stored.subspan(2);
+  const bool mixed = !characters.empty() && std::memchr(characters.data(), 0, characters.size()) != nullptr;
+  return {mixed ? StoredText::Form::kMixed : StoredText::Form::kLatin1, characters};
+}
+
 void AppendStoredText(ByteSpan stored, std::string& text) {
-  if (stored.size() >= 2 && stored[0] == 0xFF && stored[1] == 0xFE) {
+  if (IsShort(stored)) {
     AppendCompressed(stored.subspan(2), text);
   } else {
     AppendUtf16(stored, text);

@@ -15,6 +15,14 @@ namespace kestro::jet {
 /// Appends the text as UTF-8. Broken surrogate pairs become U+FFFD.
 void AppendStoredText(ByteSpan stored, std::string& text);
 
+/// A text where it lies. kLatin1: a byte a character. kMixed: parts of both, to be read by AppendStoredText.
+struct StoredText {
+  enum class Form { kLatin1, kUtf16, kMixed };
+  Form form;
+  ByteSpan bytes;
+};
+StoredText LookAtStoredText(ByteSpan stored);
+
 /// Plain UTF-16LE only (names in definitions).
 std::string DecodeUtf16(ByteSpan stored);
 

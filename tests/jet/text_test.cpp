@@ -95,6 +95,20 @@ TEST(StoredText, ReadsWhatOthersWrite) {
   for (const Case& one : cases) EXPECT_EQ(Decoded(one.stored), one.text) << one.what;
 }
 
+TEST(StoredText, TellsItsForm) {
+  using Form = StoredText::Form;
+  const std::pair<Bytes, Form> cases[] = {{{0xFF, 0xFE, 'a', 0xE9}, Form::kLatin1},
+                                          {{0xFF, 0xFE}, Form::kLatin1},
+                                          {{0xFF, 0xFE, 'a', 0, 0xAC, 0x20}, Form::kMixed},
+                                          {{'a', 0, 0xAC, 0x20}, Form::kUtf16},
+                                          {{0xFF}, Form::kUtf16}};
+  for (const auto& [stored, form] : cases) {
+    const StoredText text = LookAtStoredText(stored);
+    EXPECT_EQ(text.form, form) << Decoded(stored);
+    EXPECT_EQ(text.bytes.size(), stored.size() - (form == Form::kUtf16 ? 0 : 2)) << Decoded(stored);
+  }
+}
+
 TEST(StoredText, RefusesWhatIsNoText) {
   const char* const texts[] = {"abc\xC3",          "abc\xC3(",        "abc\x80",     "abc\xC0\x80",
                                "abc\xE0\x80\x80",  "abc\xED\xA0\x80", "abc\xE2\x82", "abc\xF4\x90\x80\x80",

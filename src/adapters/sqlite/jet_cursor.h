@@ -45,6 +45,7 @@ class JetCursor : public sqlite3_vtab_cursor {
 
   void Move();
   [[nodiscard]] bool Passes();
+  [[nodiscard]] bool Fulfilled(const Contains& condition, const jet::RowView& row);
   [[nodiscard]] std::optional<std::int64_t> KnownKey();
   /// The current row, as it is now; null when it is gone.
   [[nodiscard]] const jet::RowView* Row();

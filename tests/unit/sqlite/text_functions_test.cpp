@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
@@ -59,6 +60,50 @@ TEST(TextMatcher, IgnoresLetterCaseAndKnowsNoWildcards) {
   }
 }
 
+std::string ToUtf16(std::string_view text) {
+  std::string stored;
+  const auto append = [&stored](char32_t unit) {
+    stored += static_cast<char>(unit);
+    stored += static_cast<char>(unit >> 8U);
+  };
+  for (std::size_t position = 0; position < text.size();) {
+    const char32_t character = base::NextCharacter(text, position);
+    if (character >= 0x10000) append(0xD800 + ((character - 0x10000) >> 10U));
+    append(character >= 0x10000 ? 0xDC00 + (character & 0x3FFU) : character);
+  }
+  return stored;
+}
+
+/// Nothing when the text has other characters.
+std::optional<std::string> ToLatin1(std::string_view text) {
+  std::string stored;
+  for (std::size_t position = 0; position < text.size();) {
+    const char32_t character = base::NextCharacter(text, position);
+    if (character > 0xFF) return std::nullopt;
+    stored += static_cast<char>(character);
+  }
+  return stored;
+}
+
+TEST(TextMatcher, ReadsUtf16AsItIsStored) {
+  struct Case {
+    std::string_view text;
+    std::string_view part;
+    bool found;
+  };
+  const Case cases[] = {
+      {"a\0\0b"sv, "\0"sv, false},                                    // no unit, though two zeros
+      {"\x59\x01"sv, "y", false},                                     // the low byte of U+0159
+      {"\x00\x41\x42\x00"sv, "ab", false}, {"a\0b\0c"sv, "b", true},  // an odd last byte
+      {"a\0b\0c"sv, "c", false},           {"\x01\xD8\x28\x00"sv, "\uFFFD(", true},  // half a pair
+      {"\x00\xDC"sv, "\uFFFD", true},      {"\x00\xDC\x00\xDC"sv, "\uFFFD\uFFFD", true},
+      {"x\0\x01\xD8"sv, "x\uFFFD", true},
+  };
+  for (const auto& [text, part, found] : cases) {
+    EXPECT_EQ(TextMatcher(part).FoundInUtf16(text), found) << part << " in " << text;
+  }
+}
+
 TEST(TextMatcher, AgreesWithTheCaseFoldingOfEveryLetter) {
   for (const auto& [from, to] : base::CaseFoldPairs()) {
     std::string text = "a";
@@ -66,28 +111,39 @@ TEST(TextMatcher, AgreesWithTheCaseFoldingOfEveryLetter) {
     std::string part;
     base::AppendCharacter(part, to);
     EXPECT_TRUE(TextMatcher(part).FoundIn(text)) << base::Hex(from);
+    EXPECT_TRUE(TextMatcher(part).FoundInUtf16(ToUtf16(text))) << base::Hex(from);
+    const auto latin1 = ToLatin1(text);
+    EXPECT_TRUE(!latin1 || TextMatcher(part).FoundInLatin1(*latin1)) << base::Hex(from);
     EXPECT_TRUE(TextMatcher(text).FoundIn("b" + std::string("A") + part)) << base::Hex(from);
   }
 }
 
 TEST(TextMatcher, AgreesWithASearchInFoldedText) {
   std::mt19937 random(7);
-  const std::string_view pieces[] = {"a",      "A",      "k", "S", "ř",         "Ř",
-                                     "\u212A", "\u017F", "z", "ß", "\U00010400"};
-  const auto make = [&](std::size_t length) {
+  const std::string_view pieces[] = {"a", "A", "k", "S", "z",      "ß",      "é",
+                                     "É", "ř", "Ř", "Z", "\u212A", "\u017F", "\U00010400"};
+  const auto make = [&](std::size_t length, std::size_t kinds) {
     std::string text;
-    while (length-- > 0) text += pieces[random() % std::size(pieces)];
+    while (length-- > 0) text += pieces[random() % kinds];
     return text;
   };
   int found = 0;
-  for (int i = 0; i < 20'000; ++i) {
-    const auto text = make(random() % 12);
-    const auto part = make(1 + random() % 3);
+  int found_in_latin1 = 0;
+  for (int i = 0; i < 30'000; ++i) {
+    // Every third text has Latin-1 letters only; some are longer than what is looked at in one step.
+    const auto text = make(random() % (i % 2 == 0 ? 12 : 70), i % 3 == 0 ? 8 : std::size(pieces));
+    const auto part = make(1 + random() % 3, std::size(pieces));
     const bool expected = base::FoldCase(text).find(base::FoldCase(part)) != std::string::npos;
-    ASSERT_EQ(TextMatcher(part).FoundIn(text), expected) << part << " in " << text;
+    const TextMatcher matcher(part);
+    ASSERT_EQ(matcher.FoundIn(text), expected) << part << " in " << text;
+    ASSERT_EQ(matcher.FoundInUtf16(ToUtf16(text)), expected) << part << " in " << text;
+    const auto latin1 = ToLatin1(text);
+    ASSERT_TRUE(!latin1 || matcher.FoundInLatin1(*latin1) == expected) << part << " in " << text;
     found += expected ? 1 : 0;
+    found_in_latin1 += expected && latin1 ? 1 : 0;
   }
   EXPECT_GT(found, 1000);
+  EXPECT_GT(found_in_latin1, 1000);
 }
 
 TEST(TextOrder, IsAlphabetical) {
