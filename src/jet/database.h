@@ -20,7 +20,8 @@ namespace kestro::jet {
 enum class OpenMode { kReadOnly, kReadWrite };
 
 struct DatabaseOptions {
-  /// Pages of 4 KiB kept in memory; many make a scan slower. Pages changed by the running transaction come on top.
+  /// Pages of 4 KiB kept in memory; many make a scan slower. Pages changed by the running transaction come on
+  /// top.
   std::size_t cache_pages = 1024;
   /// The time for the catalogue's dates: days since 1899-12-30. Empty: the system's clock, UTC.
   std::function<double()> now;

@@ -15,9 +15,8 @@ class RowLayout;
 struct TableDefinition;
 
 /// An entry of an index (or the beginning of one), as it is compared bytewise: key, page, slot. Lives on the
-/// stack; longer keys than fit are not supported.
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): made for every row, too large to be zeroed each
-// time
+/// stack; longer keys than fit are not supported. Made for every row, too large to be zeroed each time.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 class IndexKey {
  public:
   static constexpr std::size_t kCapacity = 1100;

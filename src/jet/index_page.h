@@ -89,7 +89,7 @@ struct IndexContent {
   [[nodiscard]] std::size_t ChildPosition(PageNumber child) const;
 };
 
-IndexContent DecodeIndexPage(ByteSpan page);
+IndexContent DecodeIndexPage(ByteSpan bytes);
 
 /// Must fit. Without a prefix unless it does not fit otherwise.
 void EncodeIndexPage(const IndexContent& content, MutableBytes page);

@@ -57,7 +57,7 @@ class IndexTree {
 
   // --- growing ---
   void StoreOrSplit(const Path& path, std::size_t depth, IndexContent content, bool appended);
-  void SplitRoot(IndexContent left, IndexContent right, const IndexContent::Entry& separator);
+  void SplitRoot(const IndexContent& left, IndexContent right, const IndexContent::Entry& separator);
   void SplitOther(const Path& path, std::size_t depth, IndexContent left, IndexContent right,
                   IndexContent::Entry separator);
   void SetLinks(PageNumber page, PageNumber previous, PageNumber next);

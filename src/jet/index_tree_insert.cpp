@@ -99,14 +99,14 @@ void IndexTree::StoreOrSplit(const Path& path, std::size_t depth, IndexContent c
     RelinkChildren(right);
   }
   if (depth == 0) {
-    SplitRoot(std::move(content), std::move(right), separator);
+    SplitRoot(content, std::move(right), separator);
   } else {
     SplitOther(path, depth, std::move(content), std::move(right), std::move(separator));
   }
 }
 
 // The root stays where it is: its content goes to two new pages.
-void IndexTree::SplitRoot(IndexContent left, IndexContent right, const Entry& separator) {
+void IndexTree::SplitRoot(const IndexContent& left, IndexContent right, const Entry& separator) {
   const PageNumber left_page = NewPage(left);
   right.previous = left_page;
   const PageNumber right_page = NewPage(right);

@@ -25,6 +25,7 @@ struct Frame {
 
 /// Keeps a page in memory and reads it. After a rollback the content is the restored one (of a page that
 /// does not exist any more: undefined but harmless).
+// NOLINTNEXTLINE(cppcoreguidelines-special-member-functions): one assignment copies and moves
 class PageRef {
  public:
   PageRef() = default;
@@ -53,7 +54,8 @@ class PageRef {
 /// The same for a page that is being changed; comes from Pager::Edit only.
 class PageEdit : public PageRef {
  public:
-  using PageRef::PageRef;
+  PageEdit() = default;
+  explicit PageEdit(Frame& frame) : PageRef(frame) {}
   [[nodiscard]] MutableBytes edit() const { return frame_->bytes; }
 };
 

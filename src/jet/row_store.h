@@ -41,7 +41,7 @@ class RowStore {
   RowId AddWithFlags(ByteSpan row, std::uint16_t flags);
   [[nodiscard]] PageNumber FindPage(std::size_t size);
   [[nodiscard]] std::optional<PageNumber> FindFreePage(std::size_t size);
-  [[nodiscard]] bool Fits(PageNumber page, std::size_t size);
+  [[nodiscard]] bool Fits(PageNumber number, std::size_t size);
   PageNumber NewPage();
   bool ReplaceInPlace(RowId place, ByteSpan row);
   void RemoveSlot(RowId place);

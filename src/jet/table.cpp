@@ -95,7 +95,7 @@ void Table::CheckWritable() const {
 }
 
 IndexCursor Table::Search(std::size_t index, const IntegerRange& range) const {
-  return IndexCursor(*this, index, range);
+  return {*this, index, range};
 }
 
 bool Table::Read(RowId id, RowView& row) const {

@@ -33,7 +33,7 @@ std::optional<PageNumber> UsageMap::Next(PageNumber from) const {
   return found && *found < pager_->page_count() ? found : std::nullopt;
 }
 
-std::optional<PageNumber> UsageMap::NextInline(const Row& row, PageNumber from) const {
+std::optional<PageNumber> UsageMap::NextInline(const Row& row, PageNumber from) {
   const PageNumber start = Load32(row.bytes, 1);
   const auto bit = FindPageBit(row.bytes.subspan(kInlineBitsAt), from > start ? from - start : 0);
   return bit ? std::optional(start + *bit) : std::nullopt;

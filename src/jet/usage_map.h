@@ -42,7 +42,7 @@ class UsageMap {
     [[nodiscard]] bool IsInline() const { return bytes[0] == 0; }
   };
   [[nodiscard]] Row ReadRow() const;
-  [[nodiscard]] std::optional<PageNumber> NextInline(const Row& row, PageNumber from) const;
+  [[nodiscard]] static std::optional<PageNumber> NextInline(const Row& row, PageNumber from);
   [[nodiscard]] std::optional<PageNumber> NextReferenced(const Row& row, PageNumber from) const;
   [[nodiscard]] MutableBytes EditRow(const PageEdit& edit) const;
   bool AddInline(const Row& row, PageNumber page);

@@ -19,7 +19,7 @@ void JetCursor::Start(const JetPlan& plan, std::span<sqlite3_value*> values) {
     }
   } else {
     JetSession& session = table_.session();
-    rows_.emplace<Ordered>(session.orders().Get(table, plan.position, plan.descending, session.changes()));
+    rows_ = Ordered{session.orders().Get(table, plan.position, plan.descending, session.changes())};
     keyed_ = true;
   }
   contains_.clear();

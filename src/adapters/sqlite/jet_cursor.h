@@ -39,7 +39,7 @@ class JetCursor : public sqlite3_vtab_cursor {
 
   /// A text column and what it must contain.
   struct Contains {
-    std::size_t column;
+    std::size_t column = 0;
     TextMatcher matcher;
   };
 

@@ -37,7 +37,7 @@ struct JetPlan {
 
   [[nodiscard]] int PackedNumber() const;
   [[nodiscard]] std::string PackedText() const;
-  static JetPlan FromPacked(int number, std::string_view text);
+  static JetPlan FromPacked(int packed, std::string_view text);
 
   /// The keys that the values of xFilter leave; nothing when no key can fulfil them. SQLite checks each row
   /// itself once more: the range may be too wide but never too narrow.

@@ -22,8 +22,8 @@ class PairScan {
   /// A character and the bit in which its letter cases differ, once for every byte of a block.
   struct Cased {
     explicit Cased(char folded);
-    std::array<std::uint8_t, kBlock> character;
-    std::array<std::uint8_t, kBlock> case_bit;
+    std::array<std::uint8_t, kBlock> character{};
+    std::array<std::uint8_t, kBlock> case_bit{};
   };
 
   /// True when the pair begins at one of the next kSize bytes.

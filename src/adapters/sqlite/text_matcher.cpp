@@ -8,7 +8,7 @@ namespace kestro::adapters {
 namespace {
 
 /// All of them.
-constexpr OtherSpelling kOtherSpellings[] = {{'s', "\u017F", "\x7F\x01"}, {'k', "\u212A", "\x2A\x21"}};
+constexpr OtherSpelling kOtherSpellings[] = {{'s', "\u017F", "\x7F\x01"}, {'k', "\u212A", "*!"}};
 
 std::string AsciiStart(std::u32string_view folded) {
   const auto end = std::ranges::find_if(folded, [](char32_t character) { return character >= 0x80; });

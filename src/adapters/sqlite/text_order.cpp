@@ -53,7 +53,7 @@ std::size_t CommonStart(std::string_view left, std::string_view right) {
   return length;
 }
 
-int Sign(std::strong_ordering order) { return order < 0 ? -1 : order > 0 ? 1 : 0; }
+int Sign(std::strong_ordering order) { return std::is_lt(order) ? -1 : std::is_gt(order) ? 1 : 0; }
 
 }  // namespace
 
@@ -90,14 +90,14 @@ int CompareTextOrder(std::string_view left, std::string_view right) {
     const Letter one = TakeLetter(left, in_left);
     const Letter other = TakeLetter(right, in_right);
     if (one.base != other.base) return one.base < other.base ? -1 : 1;
-    if (accents == 0) accents = one.folded <=> other.folded;
-    if (letter_case == 0) letter_case = one.upper <=> other.upper;
+    if (std::is_eq(accents)) accents = one.folded <=> other.folded;
+    if (std::is_eq(letter_case)) letter_case = one.upper <=> other.upper;
   }
   const bool left_ended = in_left == left.size();
   const bool right_ended = in_right == right.size();
   if (left_ended != right_ended) return left_ended ? -1 : 1;
-  if (accents != 0) return Sign(accents);
-  return Sign(letter_case != 0 ? letter_case : left <=> right);
+  if (std::is_neq(accents)) return Sign(accents);
+  return Sign(std::is_neq(letter_case) ? letter_case : left <=> right);
 }
 
 }  // namespace kestro::adapters
