@@ -1,7 +1,6 @@
 #include "adapters/posix/iconv_code_page.h"
 
 #include <algorithm>
-#include <bit>
 #include <cerrno>
 #include <cstdint>
 #include <iconv.h>
@@ -14,7 +13,7 @@ namespace {
 
 constexpr std::size_t kOutputBytes = 256;
 
-bool IsInvalid(iconv_t converter) { return std::bit_cast<std::intptr_t>(converter) == -1; }
+bool IsInvalid(iconv_t converter) { return reinterpret_cast<std::intptr_t>(converter) == -1; }
 
 /// Converts as much of the start of `input` as it can, moves `input` behind it
 /// and appends the result. On return the input is empty or begins with

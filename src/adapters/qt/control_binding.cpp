@@ -40,7 +40,7 @@ std::string ReadingName(const forms::Control& control) {
 }
 
 QString ObjectName(const forms::Control& control) {
-  const QString name = ToQString(control.name());
+  QString name = ToQString(control.name());
   if (!control.array_index()) return name;
   return name + QLatin1Char('_') + QString::number(*control.array_index());
 }

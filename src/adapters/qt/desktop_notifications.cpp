@@ -27,9 +27,8 @@ const QString& DesktopNotifications::ServiceName() {
   return name;
 }
 
-DesktopNotifications::DesktopNotifications(const QDBusConnection& bus, QString application,
-                                           QString open_label)
-    : bus_(bus), application_(std::move(application)), open_label_(std::move(open_label)) {
+DesktopNotifications::DesktopNotifications(QDBusConnection bus, QString application, QString open_label)
+    : bus_(std::move(bus)), application_(std::move(application)), open_label_(std::move(open_label)) {
   bus_.connect(ServiceName(), Path(), ServiceName(), QStringLiteral("ActionInvoked"), this,
                SLOT(ActionInvoked(uint, QString)));
   bus_.connect(ServiceName(), Path(), ServiceName(), QStringLiteral("NotificationClosed"), this,
@@ -38,7 +37,7 @@ DesktopNotifications::DesktopNotifications(const QDBusConnection& bus, QString a
   connect(&closing_, &QTimer::timeout, this, [this] { CloseShown(); });
 }
 
-QDBusMessage DesktopNotifications::Call(const QString& method) const {
+QDBusMessage DesktopNotifications::Call(const QString& method) {
   return QDBusMessage::createMethodCall(ServiceName(), Path(), ServiceName(), method);
 }
 

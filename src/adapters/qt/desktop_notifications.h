@@ -19,7 +19,7 @@ class DesktopNotifications final : public QObject {
 
  public:
   /// `open_label` is what the service may write on a button that stands for the click.
-  DesktopNotifications(const QDBusConnection& bus, QString application, QString open_label);
+  DesktopNotifications(QDBusConnection bus, QString application, QString open_label);
 
   [[nodiscard]] static const QString& ServiceName();
 
@@ -34,7 +34,7 @@ class DesktopNotifications final : public QObject {
   void ActionInvoked(uint id, const QString& action);
   void NotificationClosed(uint id, uint reason);
 
- private:
+ private:  // NOLINT(readability-redundant-access-specifiers): no slots any more
   enum class Markup { kUnknown, kAsking, kPlain, kMarkup };
 
   void AskCapabilities();
@@ -42,7 +42,7 @@ class DesktopNotifications final : public QObject {
   void Send(const Balloon& balloon);
   void Sent(const Balloon& balloon, const QDBusPendingCall& answer);
   void CloseShown();
-  [[nodiscard]] QDBusMessage Call(const QString& method) const;
+  [[nodiscard]] static QDBusMessage Call(const QString& method);
 
   QDBusConnection bus_;
   QString application_;
