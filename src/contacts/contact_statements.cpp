@@ -94,7 +94,7 @@ KeysetQuery MakeContactSearch(std::string_view name, std::string_view company, s
 
 std::vector<DatabaseSession::Value> ContactValues(Contact& contact) {
   std::vector<DatabaseSession::Value> values;
-  values.reserve(TextProperties().size() + 2 * kPhoneCount + 1);
+  values.reserve(TextProperties().size() + contact.PhoneType.size() + contact.SearchPhone.size() + 1);
   for (const auto& property : TextProperties()) values.emplace_back(std::string_view(property.of(contact)));
   for (const auto type : contact.PhoneType) values.emplace_back(type);
   for (const auto& phone : contact.SearchPhone) values.emplace_back(std::int64_t{SearchHash(phone)});
