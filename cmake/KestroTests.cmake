@@ -33,9 +33,7 @@ if(KESTRO_TESTS)
 
   # The whole application on the player's machine and the headless front end, for tests that drive it.
   if(TARGET cti-scenario AND TARGET kestro_posix)
-    kestro_collect(whole_sources tests/whole)
-    add_library(kestro_whole STATIC ${whole_sources}
-                                    "${CMAKE_SOURCE_DIR}/src/programs/cti-scenario/posix_machine.cpp")
+    add_library(kestro_whole STATIC "${CMAKE_SOURCE_DIR}/src/programs/cti-scenario/posix_machine.cpp")
     target_include_directories(kestro_whole PUBLIC "${CMAKE_SOURCE_DIR}/tests")
     target_link_libraries(kestro_whole PUBLIC kestro_headless kestro_posix kestro_sqlite kestro_jetfile kestro
                                        PRIVATE kestro_warnings kestro_test_code)
@@ -147,7 +145,7 @@ if(KESTRO_FUZZERS)
   endif()
   foreach(source IN LISTS fuzz_sources)
     get_filename_component(name "${source}" NAME_WE)
-    add_executable(fuzz_${name} "${source}")
+    add_executable(fuzz_${name} "${source}" "${CMAKE_SOURCE_DIR}/tests/fuzz/driver/entry.cpp")
     target_link_libraries(fuzz_${name} PRIVATE kestro_jet ${test_libraries} kestro_test_code)
     kestro_test_program(fuzz_${name})
     set_target_properties(fuzz_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")

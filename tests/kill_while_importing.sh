@@ -4,22 +4,12 @@
 # After each kill the database must be sound and hold at least as many contacts as the window had counted.
 # At the end the import runs into a full disk: it must say so, go on living and lose nothing it had counted.
 # The closing line counts the kills and the full disk.
-set -euo pipefail
+# shellcheck source=tests/kill_support.sh
+source "$(dirname "${BASH_SOURCE[0]}")/kill_support.sh"
 
 program=$1
 kills=${2:-100}
 lines=${3:-50000}
-RANDOM=${KESTRO_TEST_SEED:-$$}
-
-scratch=$(mktemp -d)
-importer=
-cleanup() {
-  if [[ -n $importer ]]; then
-    kill -KILL "$importer" 2>/dev/null || true
-  fi
-  rm -rf "$scratch"
-}
-trap cleanup EXIT
 
 file=$scratch/contacts.csv
 for ((line = 1; line <= lines; ++line)); do
@@ -29,54 +19,43 @@ done >"$file"
 "$program" new "$scratch/empty.mdb"
 
 now_ms() { echo $((${EPOCHREALTIME/[.,]/} / 1000)); }
+# The count that the window showed last; nothing when it showed none.
+last_count() { grep -E '^[0-9]+$' "$scratch/reported" | tail -n 1 || true; }
 
 # How long an import takes that nobody kills.
 cp "$scratch/empty.mdb" "$scratch/whole.mdb"
-start=$(now_ms)
+begin=$(now_ms)
 "$program" import "$scratch/whole.mdb" "$file" >"$scratch/reported"
-duration=$(($(now_ms) - start))
+duration=$(($(now_ms) - begin))
 if [[ $("$program" check "$scratch/whole.mdb") != "$lines" ]]; then
   echo "the whole import did not store $lines contacts"
   exit 1
 fi
 
-passed=0
-failed=0
 in_the_middle=0
 left_a_journal=0
+database=$scratch/killed.mdb
 for ((kill = 1; kill <= kills; ++kill)); do
-  database=$scratch/killed.mdb
   rm -f "$database"*
   cp "$scratch/empty.mdb" "$database"
-  : >"$scratch/reported" # a kill may come before the program has begun its own
-  "$program" import "$database" "$file" >"$scratch/reported" 2>"$scratch/errors" &
-  importer=$!
+  start "$program" import "$database" "$file"
   moment=$((RANDOM % duration))
-  sleep "$((moment / 1000)).$(printf '%03d' $((moment % 1000)))"
-  kill -KILL "$importer" 2>/dev/null || true
-  wait "$importer" 2>/dev/null || true
-  importer=
+  sleep_ms "$moment"
+  kill_victim
 
-  shown=$(grep -E '^[0-9]+$' "$scratch/reported" | tail -n 1 || true)
-  shown=${shown:-0}
-  journal=0
+  shown=$(last_count)
   if [[ -e $database.journal ]]; then
-    journal=1
+    left_a_journal=$((left_a_journal + 1))
   fi
   problem=
   if ! stored=$("$program" check "$database" 2>"$scratch/errors"); then
     problem=$(<"$scratch/errors")
-  elif ((stored < shown)); then
+  elif ((stored < ${shown:-0})); then
     problem="$shown contacts were counted, $stored are there"
+  elif ((${shown:-0} > 0 && stored < lines)); then
+    in_the_middle=$((in_the_middle + 1))
   fi
-  if [[ -z $problem ]]; then
-    passed=$((passed + 1))
-    in_the_middle=$((in_the_middle + (shown > 0 && stored < lines)))
-    left_a_journal=$((left_a_journal + journal))
-  else
-    failed=$((failed + 1))
-    echo "kill $kill after $moment ms: $problem"
-  fi
+  count_result "kill $kill after $moment ms" "$problem"
 done
 echo "$in_the_middle of $kills kills hit an import of $duration ms between its first and its last contact;" \
   "$left_a_journal left a journal"
@@ -91,18 +70,16 @@ status=0
   ulimit -f "$limit"
   exec "$program" import "$database" "$file"
 ) 2>"$scratch/errors" | cat >"$scratch/reported" || status=$?
-shown=$(grep -E '^[0-9]+$' "$scratch/reported" | tail -n 1 || true)
+shown=$(last_count)
 stored=$("$program" check "$database") || stored=damaged
-if ((status != 1)) || [[ -z $shown || $stored != "$shown" ]] ||
-  ! grep -q 'of imported file was not imported' "$scratch/reported" ||
+questions=$(grep -c 'of imported file was not imported' "$scratch/reported" || true)
+problem=
+if ((status != 1 || questions == 0)) || [[ -z $shown || $stored != "$shown" ]] ||
   ! grep -q "interrupted.  $shown contacts" "$scratch/reported"; then
-  failed=$((failed + 1))
-  echo "full disk: exit status $status, counted ${shown:-nothing}, stored $stored: $(<"$scratch/errors")"
-  tail -n 5 "$scratch/reported"
+  problem="exit status $status, counted ${shown:-nothing}, stored $stored, $questions questions:
+$(tail -n 5 "$scratch/reported" "$scratch/errors")"
 else
-  passed=$((passed + 1))
-  echo "full disk: $shown contacts counted and stored; $(grep -c 'was not imported' "$scratch/reported") questions"
+  echo "full disk: $shown contacts counted and stored; $questions questions"
 fi
-
-echo "$passed passed, $failed failed"
-((failed == 0))
+count_result "full disk" "$problem"
+finish

@@ -9,40 +9,34 @@ set -euo pipefail
 kTimeoutSeconds=120
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
-# One scenario on all front ends; the report goes to the file named, and a missing report means success.
+# Where the report of a scenario goes: empty when all went well, missing when it was not played to its end.
+report_of() { printf '%s/%s.report' "$1" "$(printf '%s' "$2" | sha256sum | cut -c1-16)"; }
+
+# play_one PLAYER FRONT-ENDS RESULTS SCENARIO: one scenario on all front ends.
 play_one() {
-  local player=$1 front_ends=$2 results=$3 scenario=$4
-  local name failed=0 first="" front_end status out
-  name=$(printf '%s' "$scenario" | sha256sum | cut -c1-16)
-  {
-    for front_end in $front_ends; do
-      out="$results/$name.$front_end"
-      status=0
-      timeout --kill-after=5 "$kTimeoutSeconds" "$here/isolated.sh" \
-        "$player" --front-end "$front_end" "$scenario" >"$out" 2>"$out.errors" </dev/null || status=$?
-      if ((status != 0)); then
-        failed=1
-        if ((status == 124 || status == 137)); then
-          echo "  $front_end: no end after $kTimeoutSeconds s"
-        else
-          echo "  $front_end: exit status $status"
-        fi
-        sed 's/^/    /' "$out.errors"
-      fi
-      if [[ -z $first ]]; then
-        first=$front_end
-      elif ! diff -u --label "$first" --label "$front_end" "$results/$name.$first" "$out" >"$out.diff"; then
-        failed=1
-        echo "  the transcripts of $first and $front_end differ:"
-        sed 's/^/    /' "$out.diff"
-      fi
-    done
-  } >"$results/$name.report" 2>&1
-  if ((failed)); then
-    echo failed >"$results/$name.verdict"
-  else
-    echo passed >"$results/$name.verdict"
-  fi
+  local player=$1 front_ends=$2 report first="" front_end status out
+  report=$(report_of "$3" "$4")
+  for front_end in $front_ends; do
+    out="$report.$front_end"
+    status=0
+    timeout --kill-after=5 "$kTimeoutSeconds" "$here/isolated.sh" \
+      "$player" --front-end "$front_end" "$4" >"$out" 2>"$out.errors" </dev/null || status=$?
+    if ((status == 124 || status == 137)); then
+      echo "  $front_end: no end after $kTimeoutSeconds s"
+    elif ((status != 0)); then
+      echo "  $front_end: exit status $status"
+    fi
+    if ((status != 0)); then
+      sed 's/^/    /' "$out.errors"
+    fi
+    if [[ -z $first ]]; then
+      first=$front_end
+    elif ! diff -u --label "$first" --label "$front_end" "$report.$first" "$out" >"$out.diff"; then
+      echo "  the transcripts of $first and $front_end differ:"
+      sed 's/^/    /' "$out.diff"
+    fi
+  done >"$report.unfinished" 2>&1
+  mv "$report.unfinished" "$report"
 }
 
 if [[ ${1:-} == --play-one ]]; then
@@ -54,22 +48,17 @@ fi
 front_ends="headless qt"
 flat=()
 show=0
-while (($# > 0)); do
+while [[ ${1:-} == --* ]]; do
   case $1 in
     --front-ends)
       front_ends=${2//;/ }
-      shift 2
-      ;;
-    --flat)
-      flat=(-maxdepth 1)
       shift
       ;;
-    --show)
-      show=1
-      shift
-      ;;
+    --flat) flat=(-maxdepth 1) ;;
+    --show) show=1 ;;
     *) break ;;
   esac
+  shift
 done
 if (($# < 2)); then
   echo "usage: $0 [--front-ends \"headless qt\"] [--flat] [--show] PLAYER FOLDER-OR-FILE..." >&2
@@ -83,10 +72,7 @@ if [[ ! -x $player ]]; then
 fi
 player=$(realpath "$player")
 
-scenarios=()
-while IFS= read -r -d '' file; do
-  scenarios+=("$file")
-done < <(find "$@" "${flat[@]}" -type f -name '*.scenario' -print0 | LC_ALL=C sort -z)
+mapfile -d '' -t scenarios < <(find "$@" "${flat[@]}" -type f -name '*.scenario' -print0 | LC_ALL=C sort -z)
 if ((${#scenarios[@]} == 0)); then
   echo "no scenario in: $*" >&2
   echo "0 passed, 0 failed"
@@ -101,8 +87,8 @@ printf '%s\0' "${scenarios[@]}" |
 passed=0
 failed=0
 for scenario in "${scenarios[@]}"; do
-  name=$(printf '%s' "$scenario" | sha256sum | cut -c1-16)
-  if [[ $(cat "$results/$name.verdict" 2>/dev/null) == passed ]]; then
+  report=$(report_of "$results" "$scenario")
+  if [[ -e $report && ! -s $report ]]; then
     passed=$((passed + 1))
     if ((show)); then
       echo "passed $scenario"
@@ -110,11 +96,7 @@ for scenario in "${scenarios[@]}"; do
   else
     failed=$((failed + 1))
     echo "FAILED $scenario"
-    if [[ -s $results/$name.report ]]; then
-      cat "$results/$name.report"
-    else
-      echo "  it was not played to its end"
-    fi
+    cat "$report" 2>/dev/null || echo "  it was not played to its end"
   fi
 done
 echo "$passed passed, $failed failed"

@@ -68,7 +68,7 @@ struct Call {
 /// An outgoing call (see Dial) belongs to whoever dialled it: the application
 /// neither holds its handle nor hears of it, and it lives until it is idle,
 /// line or no line.
-class Exchange final : public ports::LineFunctions {
+class Exchange : public ports::LineFunctions {
  public:
   using Poster = std::function<void(std::function<void()>)>;
 

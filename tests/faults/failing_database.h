@@ -21,30 +21,16 @@ class FailingDatabase final : public Failing<ports::Database, Port::kDatabase> {
   }
 
  private:
-  /// An object of the database behind, which it owns.
   template <class Interface>
-  class Owned : public Interface {
+  using Owner = FailingOwner<Interface, Port::kDatabase>;
+
+  class Connection final : public Owner<ports::Connection> {
    public:
-    Owned(std::unique_ptr<Interface> inner, FaultPlan& plan) : inner_(std::move(inner)), plan_(plan) {}
-    [[nodiscard]] Interface& inner() const { return *inner_; }
-
-   protected:
-    [[nodiscard]] Interface& Pass() const {
-      plan_.Pass(Port::kDatabase);
-      return *inner_;
-    }
-
-   private:
-    std::unique_ptr<Interface> inner_;
-    FaultPlan& plan_;
-  };
-
-  class Connection final : public Owned<ports::Connection> {
-   public:
-    using Owned::Owned;
-    void SetConnectionString(std::string_view text) override { inner().SetConnectionString(text); }
-    void SetCursorLocation(int location) override { inner().SetCursorLocation(location); }
-    void SetIsolationLevel(int level) override { inner().SetIsolationLevel(level); }
+    using FailingOwner::FailingOwner;
+    [[nodiscard]] ports::Connection& inner() const { return inner_; }
+    void SetConnectionString(std::string_view text) override { inner_.SetConnectionString(text); }
+    void SetCursorLocation(int location) override { inner_.SetCursorLocation(location); }
+    void SetIsolationLevel(int level) override { inner_.SetIsolationLevel(level); }
     void Open(std::string_view connection_string, std::string_view user, std::string_view password,
               int options) override {
       Pass().Open(connection_string, user, password, options);
@@ -53,28 +39,28 @@ class FailingDatabase final : public Failing<ports::Database, Port::kDatabase> {
     void BeginTransaction() override { Pass().BeginTransaction(); }
     void CommitTransaction() override { Pass().CommitTransaction(); }
     void RollbackTransaction() override { Pass().RollbackTransaction(); }
-    std::int64_t LastInsertedKey() override { return inner().LastInsertedKey(); }
+    std::int64_t LastInsertedKey() override { return inner_.LastInsertedKey(); }
   };
 
-  class Recordset final : public Owned<ports::Recordset> {
+  class Recordset final : public Owner<ports::Recordset> {
    public:
-    using Owned::Owned;
-    bool AtEnd() const override { return inner().AtEnd(); }
+    using FailingOwner::FailingOwner;
+    bool AtEnd() const override { return inner_.AtEnd(); }
     void MoveNext() override { Pass().MoveNext(); }
     std::int64_t RecordCount() const override { return Pass().RecordCount(); }
-    std::int64_t Position() const override { return inner().Position(); }
+    std::int64_t Position() const override { return inner_.Position(); }
     void MoveTo(std::int64_t row) override { Pass().MoveTo(row); }
-    int FieldCount() const override { return inner().FieldCount(); }
-    std::string_view FieldName(int index) const override { return inner().FieldName(index); }
+    int FieldCount() const override { return inner_.FieldCount(); }
+    std::string_view FieldName(int index) const override { return inner_.FieldName(index); }
     ports::DatabaseValue Field(int index) const override { return Pass().Field(index); }
-    std::string_view Text(int index) const override { return inner().Text(index); }
-    std::int64_t Integer(int index) const override { return inner().Integer(index); }
-    int FieldIndex(std::string_view name) const override { return inner().FieldIndex(name); }
-    std::string Sort() const override { return inner().Sort(); }
+    std::string_view Text(int index) const override { return inner_.Text(index); }
+    std::int64_t Integer(int index) const override { return inner_.Integer(index); }
+    int FieldIndex(std::string_view name) const override { return inner_.FieldIndex(name); }
+    std::string Sort() const override { return inner_.Sort(); }
     void SetSort(std::string_view sort) override { Pass().SetSort(sort); }
     void Close() override { Pass().Close(); }
-    ports::Connection* ActiveConnection() override { return inner().ActiveConnection(); }
-    void ClearActiveConnection() override { inner().ClearActiveConnection(); }
+    ports::Connection* ActiveConnection() override { return inner_.ActiveConnection(); }
+    void ClearActiveConnection() override { inner_.ClearActiveConnection(); }
   };
 
   class Command final : public test::PassingCommand {

@@ -50,18 +50,10 @@ class FailingFiles final : public Failing<ports::FileSystem, Port::kFiles> {
   std::string UserDataFolder() const override { return Pass().UserDataFolder(); }
 
  private:
-  class Reader final : public ports::FileReader {
+  class Reader final : public FailingOwner<ports::FileReader, Port::kFiles> {
    public:
-    Reader(std::unique_ptr<ports::FileReader> inner, FaultPlan& plan)
-        : inner_(std::move(inner)), plan_(plan) {}
-    std::size_t Read(std::span<char> block) override {
-      plan_.Pass(Port::kFiles);
-      return inner_->Read(block);
-    }
-
-   private:
-    std::unique_ptr<ports::FileReader> inner_;
-    FaultPlan& plan_;
+    using FailingOwner::FailingOwner;
+    std::size_t Read(std::span<char> block) override { return Pass().Read(block); }
   };
 };
 
@@ -98,18 +90,10 @@ class FailingDialling final : public Failing<ports::DiallingObjects, Port::kDial
   }
 
  private:
-  class DialCom final : public ports::DiallingObject {
+  class DialCom final : public FailingOwner<ports::DiallingObject, Port::kDialling> {
    public:
-    DialCom(std::unique_ptr<ports::DiallingObject> inner, FaultPlan& plan)
-        : inner_(std::move(inner)), plan_(plan) {}
-    std::int32_t Dial(std::string_view number) override {
-      plan_.Pass(Port::kDialling);
-      return inner_->Dial(number);
-    }
-
-   private:
-    std::unique_ptr<ports::DiallingObject> inner_;
-    FaultPlan& plan_;
+    using FailingOwner::FailingOwner;
+    std::int32_t Dial(std::string_view number) override { return Pass().Dial(number); }
   };
 };
 

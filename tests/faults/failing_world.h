@@ -5,101 +5,75 @@
 #include <vector>
 
 #include "adapters/posix/settings_file.h"
-#include "base/runtime_error.h"
 #include "core/system_clock.h"
 #include "faults/failing_database.h"
 #include "faults/failing_line_functions.h"
 #include "faults/failing_ports.h"
-#include "programs/cti-scenario/posix_machine.h"
-#include "scenario/session.h"
-#include "unit/support/temporary_folder.h"
-#include "whole/headless_front_end.h"
+#include "whole/program_world.h"
 
 namespace kestro::faults {
 
 inline constexpr int kIconMask = 0x70;
-// As much of a picture as is looked at: signature and size.
-inline constexpr std::string_view kPicture("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\0\x10\0\0\0\x10\x08\x02\0\0\0",
-                                           29);
 
 /// A user's machine: files, database and settings file stay from one program
 /// start to the next; every start can have its fault.
-class FailingWorld {
+class FailingWorld final : public test::ProgramWorld {
  public:
-  FailingWorld()
-      : machine_(folder_.path(), KESTRO_PROGRAM_DIR),
-        settings_((folder_.path() / "settings.conf").string(), clock_,
-                  [this](const std::string& text) { settings_reports_.push_back(text); }) {
-    machine_.WriteFile("C:\\Data\\photo.png", kPicture);
+  FailingWorld() : ProgramWorld([](std::string_view) {}) {
+    machine().WriteFile("C:\\Data\\photo.png", test::kPicture);
+    machine().WriteFile("C:\\Data\\import.csv", "Eva Mal\xE1;Firma;;585000111\r\nPetr;;;585000112\r\n");
     settings_.CreateKey(scenario::kSettingsKey);
     settings_.SetValue(scenario::kSettingsKey, "PhoneLine", "EXT 101");
   }
+  ~FailingWorld() override { Forget(); }
   FailingWorld(const FailingWorld&) = delete;
   FailingWorld& operator=(const FailingWorld&) = delete;
 
   /// A new program run under that plan, which must outlive it.
   void Start(FaultPlan& plan) {
     Forget();
-    front_end_ = std::make_unique<test::HeadlessFrontEnd>(
-        [this](std::string_view text, int style, ports::BoxAnswer planned) {
-          return AnswerBox(text, style, planned);
-        });
-    session_ = std::make_unique<scenario::Session>(machine_, *front_end_, transcript_);
-    session_->exchange.AddDevice({"EXT 101"});
-    session_->windows.SetModalHook(
-        [this](forms::Form& window) { front_end_->Post([this, &window] { use_modal_(window); }); });
+    NewSession([](const auto& task) { task(); });
+    session().exchange.AddDevice({"EXT 101"});
     Do("start", [&] {
-      session_->StartApplication([&](const app::Ports& own) {
-        failing_.reset(new Ports{own, settings_, plan});
+      session().StartApplication([&](const app::Ports& own) {
+        failing_ = std::make_unique<Ports>(own, settings_, plan);
         return failing_->InFront();
       });
     });
   }
-  /// Runs something of the program; its end, and whatever it lets out, is noted.
-  /// The program's event boundary takes ProcessEnded for its end; for anything else
-  /// it can only end without a word.
+  /// Runs something of the program, as long as that has not ended. The program's
+  /// event boundary takes ProcessEnded for its end; for anything else that comes
+  /// out it can only end without a word.
   void Do(const std::string& what, const std::function<void()>& work) {
     if (!running()) return;
-    transcript_.Begin(what, false);
-    try {
+    transcript().Begin(what, false);
+    ended_ = !GoesOn(what, [&] {
       work();
-      session_->front_end.Driver().Settle();
-    } catch (const base::ProcessEnded&) {
-      ended_ = true;
-    } catch (const base::RuntimeError& error) {
-      findings_.push_back(what + " let an error out: " + error.source() + " " + error.description());
-    } catch (const std::exception& error) {
-      findings_.push_back(what + " let an exception out: " + error.what());
-    }
+      driver().Settle();
+    });
   }
   /// Gone with all its windows, as after the end of the process.
   void Forget() {
-    session_.reset();
+    EndSession();
     failing_.reset();
-    front_end_.reset();
     messages_.clear();
     ended_ = false;
     critical_message_ = false;
   }
 
-  [[nodiscard]] bool running() const { return session_ != nullptr && !ended_; }
+  [[nodiscard]] bool running() const { return has_session() && !ended_; }
   /// A critical message (the one before an end) has been shown in this run.
   [[nodiscard]] bool critical_message() const { return critical_message_; }
   /// Messages shown in this run.
   [[nodiscard]] const std::vector<std::string>& messages() const { return messages_; }
-  [[nodiscard]] scenario::Session& session() { return *session_; }
-  [[nodiscard]] app::Application& application() { return *session_->application(); }
-  [[nodiscard]] programs::PosixMachine& machine() { return machine_; }
   [[nodiscard]] ports::SettingsStore& settings() { return settings_; }
   /// What the settings file had to report.
   [[nodiscard]] const std::vector<std::string>& settings_reports() const { return settings_reports_; }
-  [[nodiscard]] std::vector<std::string>& findings() { return findings_; }
-
-  /// What is done with a modal window until it is closed.
-  void SetModalUser(std::function<void(forms::Form&)> use) { use_modal_ = std::move(use); }
 
  private:
   struct Ports {
+    Ports(const app::Ports& session, ports::SettingsStore& store, FaultPlan& faults)
+        : own(session), stored(store), plan(faults) {}
     [[nodiscard]] app::Ports InFront() {
       return {line,
               own.code_page,
@@ -138,23 +112,17 @@ class FailingWorld {
     FailingForeground foreground{own.foreground, plan};
     FailingLog log{own.log, plan};
   };
-  ports::BoxAnswer AnswerBox(std::string_view text, int style, ports::BoxAnswer planned) {
+  ports::BoxAnswer AnswerBox(std::string_view text, int style, ports::BoxAnswer planned) override {
     messages_.emplace_back(text);
     if ((style & kIconMask) == ports::kCritical) critical_message_ = true;
     return planned;
   }
 
-  test_support::TemporaryFolder folder_;
-  programs::PosixMachine machine_;
   core::SystemClock clock_;
   std::vector<std::string> settings_reports_;
-  adapters::SettingsFile settings_;
-  scenario::Transcript transcript_{[](std::string_view) {}};
-  std::unique_ptr<test::HeadlessFrontEnd> front_end_;
+  adapters::SettingsFile settings_{machine().NativePath("C:\\settings.conf"), clock_,
+                                   [this](const std::string& text) { settings_reports_.push_back(text); }};
   std::unique_ptr<Ports> failing_;
-  std::unique_ptr<scenario::Session> session_;
-  std::function<void(forms::Form&)> use_modal_;
-  std::vector<std::string> findings_;
   std::vector<std::string> messages_;
   bool ended_ = false;
   bool critical_message_ = false;

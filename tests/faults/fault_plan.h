@@ -2,9 +2,11 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/runtime_error.h"
 
@@ -95,6 +97,17 @@ class Failing : public Interface {
 
   Interface& inner_;
   FaultPlan& plan_;
+};
+
+/// The same in front of something that a port has made, which it owns.
+template <class Interface, Port kPort>
+class FailingOwner : public Failing<Interface, kPort> {
+ public:
+  FailingOwner(std::unique_ptr<Interface> inner, FaultPlan& plan)
+      : Failing<Interface, kPort>(*inner, plan), owned_(std::move(inner)) {}
+
+ private:
+  std::unique_ptr<Interface> owned_;
 };
 
 }  // namespace kestro::faults

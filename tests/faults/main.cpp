@@ -22,7 +22,7 @@ namespace kestro::faults {
 namespace {
 
 constexpr std::string_view kKey = scenario::kSettingsKey;
-constexpr std::string_view kUsersDatabase = "C:\\Data\\KESTRO\\KESTROCTI\\CTIDB.mdb";
+constexpr std::string_view kUsersDatabase = R"(C:\Data\KESTRO\KESTROCTI\CTIDB.mdb)";
 constexpr std::string_view kProgramsDatabase = "C:\\Program\\CTIDB.mdb";
 
 /// Every procedure logs twice: of this port only one step in so many fails.
@@ -80,10 +80,10 @@ class FaultRun {
   }
 
   [[nodiscard]] bool ended_early() const { return ended_early_; }
-  [[nodiscard]] std::vector<std::string>& findings() { return world_.findings(); }
+  [[nodiscard]] const std::vector<std::string>& findings() { return world_.findings(); }
 
  private:
-  void Add(const std::string& text) { world_.findings().push_back(text); }
+  void Add(std::string text) { world_.Find(std::move(text)); }
 
   [[nodiscard]] std::string DatabasePath() {
     return world_.settings().QueryValue(kKey, "DatabasePath").value_or(std::string(kUsersDatabase));
@@ -97,7 +97,7 @@ class FaultRun {
       return;
     }
     world_.Do("a second start", [&] { world_.application().Activate(); });
-    if (!world_.application().FindForm("frmMainForm")->visible()) Add("nobody gets at the program");
+    if (!world_.Window(kMain).visible()) Add("nobody gets at the program");
     const bool icon = world_.session().notification_area.SendEvent(ports::kRightButtonUp);
     if (!icon && plan_.port() != Port::kNotificationArea) Add("the program has no icon");
     if (world_.application().Flags().ModalDialogOpen) Add("no dialog is open, and the flag says one is");
@@ -125,30 +125,19 @@ class FaultRun {
   /// As if the machine had been repaired: everything must work again.
   void CheckNextStart() {
     FaultPlan no_fault(plan_.port(), 0, Raised::kError);
-    world_.Start(no_fault);
-    if (!world_.running() || !world_.application().Flags().ApplicationStarted) {
-      Add("the next start does not watch the line");
-      for (const std::string& message : world_.messages()) Add("it says: " + message);
-      for (const char* name : {"DatabasePath", "PhoneLine", "FirstStartDone"}) {
-        Add(std::string(name) + " = " + world_.settings().QueryValue(kKey, name).value_or("(none)"));
-      }
-      return;
-    }
+    day_.Start(no_fault);
     for (const std::string& message : world_.messages()) Add("the next start says: " + message);
-    world_.Do("call", [&] {
-      exchange::Call call;
-      call.handle = 0x201;
-      call.caller_id = "602111222";
-      world_.session().exchange.Offer(call);
-    });
+    if (!world_.running() || !world_.application().Flags().ApplicationStarted) {
+      return Add("the next start does not watch the line");
+    }
+    day_.Play("call 0x201 offering from \"602111222\"");
     if (!world_.application().Flags().CallInProgress) Add("the next start does not see calls");
     const auto contacts = Contacts(world_, DatabasePath());
-    const bool known = std::any_of(contacts.begin(), contacts.end(), [](const std::string& contact) {
-      return contact.find("602111222") != std::string::npos;
-    });
+    const bool known = std::ranges::any_of(
+        contacts, [](const std::string& contact) { return contact.find(kNumber) != std::string::npos; });
     const char* window = known ? "ContactDetail" : "UnknownContact";
     const bool pops_up = world_.settings().QueryValue(kKey, "AutomaticWindowPopUp").value_or("1") != "0";
-    if (pops_up && !world_.application().FindForm(window)->visible()) {
+    if (pops_up && !world_.Window(window).visible()) {
       Add(std::string("the next start does not show ") + window);
     }
     day_.Leave();

@@ -3,14 +3,75 @@
 #include <map>
 
 #include "faults/failing_world.h"
+#include "scenario/line_actions.h"
+#include "scenario/script.h"
+#include "scenario/window_actions.h"
 
 namespace kestro::faults {
 
 inline constexpr std::string_view kMain = "frmMainForm";
-inline constexpr std::string_view kTray = "SystemTrayForm";
 inline constexpr std::string_view kEditor = "frmEditContact";
 inline constexpr std::string_view kNumber = "602111222";
-inline constexpr ports::CallHandle kCall = 0x101;
+
+// What the user does, as scenarios are written: everything that reaches for something outside.
+inline constexpr std::string_view kEntering = R"(
+click SystemTrayForm.mnuContactsList
+file "C:\\Data\\photo.png"
+click frmMainForm.mnuNewContact
+click frmMainForm.mnuPhoneLines
+click frmMainForm.mnuUserFields
+click SystemTrayForm.mPopSettings
+)";
+inline constexpr std::string_view kKnownCall = R"(
+call 0x101 offering from "602111222"
+tray left
+call 0x101 connected to "602111222"
+call 0x101 disconnected
+call 0x101 idle
+)";
+inline constexpr std::string_view kOtherThings = R"(
+# a call that is handed on, at the second attempt
+call 0x101 offering from "602111222"
+click ContactDetail.cmdEdit
+type frmEditContact.txtNote "changed"
+click frmEditContact.cmdOK
+call 0x101 connected to "602111222"
+choose SystemTrayForm.mnuRedirectList 1
+reply 1 -1
+choose ContactDetail.cmbRedirectTo 1
+reply 2 0
+call 0x101 idle
+# unknown and internal
+call 0x101 offering from "777888999"
+click UnknownContact.cmdNew
+click frmEditContact.cmdCancel
+click UnknownContact.cmdClose
+call 0x101 idle
+call 0x101 offering from "21" origin internal
+call 0x101 idle
+# the list
+type frmMainForm.txtName "nobody"
+click frmMainForm.btnSearch
+type frmMainForm.txtName "jan"
+click frmMainForm.btnSearch
+header frmMainForm.ContactsGrid 1
+row frmMainForm.ContactsGrid 0
+click frmMainForm.mnuEditContact
+row frmMainForm.ContactsGrid 0
+answer no
+click frmMainForm.mnuDeleteContact
+tool frmMainForm.ActionToolbar 5
+click frmMainForm.mnuPhoneLines
+file "C:\\Data\\import.csv"
+click frmMainForm.mnuImportContacts
+# help
+click frmMainForm.mnuHelpContents
+click frmMainForm.mnuAbout
+click frmAbout.cmdSysInfo
+click frmSystemInformation.cmdCopy
+click frmSystemInformation.cmdClose
+click frmAbout.cmdOK
+)";
 
 inline const std::map<std::string_view, std::string_view> kEntries = {
     {"txtName", "Jan Nov\xC3\xA1k"}, {"txtPhone1", kNumber},     {"txtLine", "21"},
@@ -18,15 +79,8 @@ inline const std::map<std::string_view, std::string_view> kEntries = {
     {"txtUserField4", "Four"},       {"txtNote", "line\r\ntwo"},
 };
 
-inline exchange::Call ExternalCall(std::string_view number) {
-  exchange::Call call;
-  call.handle = kCall;
-  call.caller_id = number;
-  return call;
-}
-
-/// What a user does with the program from its start to its end: everything that
-/// reaches for something outside. Goes on as well as it can when something fails.
+/// What a user does with the program from its start to its end. Goes on as well
+/// as it can when something fails.
 class UsersDay {
  public:
   explicit UsersDay(FailingWorld& world) : world_(world) {
@@ -35,141 +89,53 @@ class UsersDay {
 
   /// The first start, entries, calls, tools; to the point where the program would be left.
   void First(FaultPlan& plan) {
-    world_.Start(plan);
-    Click(kTray, "mnuContactsList");
-    EnterContact();
-    EnterLines();
-    ChangeSettings();
-    KnownCall();
-    TransferredCall();
-    OtherCalls();
-    UseList();
-    ImportContacts();
-    UseTools();
+    Start(plan);
+    for (const auto script : {kEntering, kKnownCall, kOtherThings}) Play(script);
   }
   /// A later start and a call, without any entry.
   void Later(FaultPlan& plan) {
+    Start(plan);
+    Play(kKnownCall);
+  }
+  void Start(FaultPlan& plan) {
+    plan_ = &plan;
     world_.Start(plan);
-    KnownCall();
+  }
+  void Play(std::string_view script) {
+    for (const scenario::Action& action : scenario::ParseScript(script)) {
+      world_.Do(action.text, [&] { Perform(action); });
+    }
   }
   /// Leaves the program.
-  void Leave() { Click(kTray, "mPopExit"); }
-
-  /// A call from a number that First has entered: offered, taken, ended.
-  void KnownCall() {
-    world_.Do("call", [&] { world_.session().exchange.Offer(ExternalCall(kNumber)); });
-    world_.Do("the icon is pressed",
-              [&] { world_.session().notification_area.SendEvent(ports::kLeftButtonUp); });
-    world_.Do("the call is taken", [&] { world_.session().exchange.Connect(kCall, std::string(kNumber)); });
-    world_.Do("the call is over", [&] {
-      world_.session().exchange.Disconnect(kCall);
-      world_.session().exchange.Idle(kCall);
-    });
-  }
+  void Leave() { Play("click SystemTrayForm.mPopExit"); }
 
  private:
-  void EnterContact() {
-    world_.session().file_dialogs.Queue("C:\\Data\\photo.png");
-    Click(kMain, "mnuNewContact");
+  void Perform(const scenario::Action& action) {
+    scenario::Session& session = world_.session();
+    if (action.kind == scenario::ActionKind::kFile) return session.file_dialogs.Queue(action.Text(0));
+    if (action.kind == scenario::ActionKind::kAnswer) return session.boxes.Queue(ports::BoxAnswer::kNo);
+    if (scenario::PerformLineAction(action, session.exchange, session.machine.CodePage())) return;
+    try {
+      if (!scenario::PerformWindowAction(action, session))
+        throw std::logic_error("an action of another kind");
+      if (!plan_->fired() && world_.transcript().ContainsBeginning("refused"))
+        world_.Find("refused: " + action.text);
+    } catch (const scenario::ScriptError&) {
+      if (!plan_->fired()) throw;  // otherwise what the action is about is missing because of the fault
+    }
   }
-  void EnterLines() {
-    Click(kMain, "mnuPhoneLines");
-    Click(kMain, "mnuUserFields");
-  }
-  void UseList() {
-    Type(kMain, "txtName", "nobody");
-    Click(kMain, "btnSearch");
-    Type(kMain, "txtName", "jan");
-    Click(kMain, "btnSearch");
-    world_.Do("a column is sorted", [&] {
-      forms::Form& main = Window(kMain);
-      driver().PressHeader(main, dynamic_cast<forms::Grid&>(*main.FindControl("ContactsGrid")), 1);
-    });
-    const auto row = [&] {
-      forms::Form& main = Window(kMain);
-      driver().PressRow(main, dynamic_cast<forms::Grid&>(*main.FindControl("ContactsGrid")), 0);
-    };
-    world_.Do("a row is chosen", row);
-    Click(kMain, "mnuEditContact");
-    world_.Do("a row is chosen", row);
-    world_.session().boxes.Queue(ports::BoxAnswer::kNo);
-    Click(kMain, "mnuDeleteContact");
-    world_.Do("the contact is dialled", [&] {
-      forms::Form& main = Window(kMain);
-      driver().PressTool(main, dynamic_cast<forms::ToolBar&>(*main.FindControl("ActionToolbar")), 5);
-    });
-    deleting_ = true;
-    Click(kMain, "mnuPhoneLines");
-    deleting_ = false;
-  }
-  void UseTools() {
-    Click(kMain, "mnuHelpContents");
-    Click(kMain, "mnuAbout");
-    Click("frmAbout", "cmdSysInfo");
-    Click("frmSystemInformation", "cmdCopy");
-    Click("frmSystemInformation", "cmdClose");
-    Click("frmAbout", "cmdOK");
-    world_.Do("a second start", [&] { world_.application().Activate(); });
-  }
-  void ChangeSettings() { Click(kTray, "mPopSettings"); }
-  void TransferredCall() {
-    world_.Do("call", [&] { world_.session().exchange.Offer(ExternalCall(kNumber)); });
-    Click("ContactDetail", "cmdEdit");
-    Type(kEditor, "txtNote", "changed");
-    Click(kEditor, "cmdOK");
-    world_.Do("the call is taken", [&] { world_.session().exchange.Connect(kCall, std::string(kNumber)); });
-    world_.Do("the call is handed on", [&] {
-      forms::Form& tray = Window(kTray);
-      if (forms::Control* line = tray.FindControl("mnuRedirectList", 1)) driver().Click(tray, *line);
-    });
-    world_.Do("the exchange refuses", [&] { world_.session().exchange.Reply(1, -1); });
-    world_.Do("the call is handed on", [&] {
-      forms::Form& card = Window("ContactDetail");
-      driver().Choose(card, *card.FindControl("cmbRedirectTo"), 1);
-    });
-    world_.Do("the exchange accepts", [&] { world_.session().exchange.Reply(2, 0); });
-    world_.Do("the call is over", [&] { world_.session().exchange.Idle(kCall); });
-  }
-  void OtherCalls() {
-    world_.Do("unknown call", [&] { world_.session().exchange.Offer(ExternalCall("777888999")); });
-    Click("UnknownContact", "cmdNew");
-    Click(kEditor, "cmdCancel");
-    Click("UnknownContact", "cmdClose");
-    world_.Do("the call is over", [&] { world_.session().exchange.Idle(kCall); });
-    exchange::Call internal = ExternalCall("21");
-    internal.origin = exchange::kOriginInternal;
-    world_.Do("internal call", [&] { world_.session().exchange.Offer(internal); });
-    world_.Do("the call is over", [&] { world_.session().exchange.Idle(kCall); });
-  }
-  /// Nothing to press in a build without the import.
-  void ImportContacts() {
-    world_.machine().WriteFile("C:\\Data\\import.csv",
-                               "Eva Mal\xE1;Firma;;585000111\r\nPetr;;;585000112\r\n");
-    world_.Do("import", [&] {
-      if (!Window(kMain).FindControl("mnuImportContacts")->enabled()) return;
-      world_.session().file_dialogs.Queue("C:\\Data\\import.csv");
-      ClickIn(Window(kMain), "mnuImportContacts");
-    });
-  }
+
   /// Every window is left by its own buttons; one that stays open is a finding.
   void UseModal(forms::Form& window) {
-    if (window.name() == "frmContactImportProgress") return;  // it goes by itself when the import is over
+    if (window.name() == test::kImportProgress) return;
     StoreTooEarly(window);
     FillIn(window);
     if (window.name() == "Settings" && !HasLine(window)) ClickIn(window, "CancelButton");
-    if (window.name() == "frmPhoneLinesList") {
-      auto& grid = dynamic_cast<forms::Grid&>(*window.FindControl("LinesGrid"));
-      ClickIn(window, "cmdEdit");  // nothing is chosen yet
-      if (deleting_) driver().PressRow(window, grid, 0);
-      ClickIn(window, deleting_ ? "cmdDelete" : "cmdNew");
-    }
+    if (window.name() == "frmPhoneLinesList") UseLines(window);
     for (const char* button : {"cmdOK", "OKButton", "btnClose", "cmdClose", "cmdCancel", "CancelButton"}) {
       if (window.visible()) ClickIn(window, button);
     }
-    if (window.visible()) driver().Close(window, forms::kControlMenu);
-    if (!window.visible()) return;
-    world_.findings().push_back("the window " + window.name() + " cannot be closed");
-    window.Hide();
+    if (window.visible()) world_.driver().Close(window, forms::kControlMenu);
   }
   /// With an entry missing, which the window says.
   void StoreTooEarly(forms::Form& window) {
@@ -182,35 +148,30 @@ class UsersDay {
   void FillIn(forms::Form& window) {
     for (const auto& [name, text] : kEntries) {
       forms::Control* control = window.FindControl(name);
-      if (control != nullptr && window.visible()) driver().Type(window, *control, text);
+      if (control != nullptr && window.visible()) world_.driver().Type(window, *control, text);
     }
-    if (forms::Control* picture = window.FindControl("cmdChangePicture")) driver().Click(window, *picture);
+    ClickIn(window, "cmdChangePicture");
   }
   /// Whether a line is chosen in the settings, after a try to choose one.
   [[nodiscard]] bool HasLine(forms::Form& settings) {
     auto& lines = dynamic_cast<forms::ComboBox&>(*settings.FindControl("LinesCombo"));
-    if (lines.list_index() < 0) driver().Choose(settings, lines, 0);
+    if (lines.list_index() < 0) world_.driver().Choose(settings, lines, 0);
     return lines.list_index() >= 0;
   }
-
-  void Click(std::string_view window, std::string_view control) {
-    world_.Do(std::string(window).append(".").append(control), [&] { ClickIn(Window(window), control); });
-  }
-  void Type(std::string_view window, std::string_view control, std::string_view text) {
-    world_.Do(std::string(window).append(".").append(control), [&] {
-      forms::Form& form = Window(window);
-      driver().Type(form, *form.FindControl(control), text);
-    });
+  /// The first one is added, and later deleted again.
+  void UseLines(forms::Form& window) {
+    auto& grid = dynamic_cast<forms::Grid&>(*window.FindControl("LinesGrid"));
+    ClickIn(window, "cmdEdit");  // nothing is chosen yet
+    const bool there = world_.driver().PressRow(window, grid, 0);
+    ClickIn(window, there ? "cmdDelete" : "cmdNew");
   }
   void ClickIn(forms::Form& window, std::string_view control) {
     forms::Control* target = window.FindControl(control);
-    if (window.loaded() && target != nullptr) driver().Click(window, *target);
+    if (window.loaded() && target != nullptr) world_.driver().Click(window, *target);
   }
-  [[nodiscard]] forms::FrontEndDriver& driver() { return world_.session().front_end.Driver(); }
-  [[nodiscard]] forms::Form& Window(std::string_view name) { return *world_.application().FindForm(name); }
 
   FailingWorld& world_;
-  bool deleting_ = false;  // the telephone line is deleted again
+  const FaultPlan* plan_ = nullptr;
 };
 
 }  // namespace kestro::faults

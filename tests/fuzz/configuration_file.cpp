@@ -3,11 +3,8 @@
 
 // CTI.exe.config: the folder is cut out of whatever stands there.
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view text = kestro::fuzz::TextOf(data, size);
-  const std::string folder = kestro::core::Functions::ConfiguredFolderIn(text);
-  kestro::fuzz::Require(folder.find('"') == std::string::npos, "a quote in the folder");
-  kestro::fuzz::Require(text.find(folder) != std::string_view::npos,
-                        "the folder does not come from the text");
-  return 0;
+void kestro::fuzz::Check(std::string_view text) {
+  const std::string folder = core::Functions::ConfiguredFolderIn(text);
+  Require(folder.find('"') == std::string::npos, "a quote in the folder");
+  Require(text.find(folder) != std::string_view::npos, "the folder does not come from the text");
 }

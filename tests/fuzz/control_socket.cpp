@@ -14,10 +14,10 @@
 // it is cut), then the other side has nothing more to say. The handler gets
 // whole lines only, and everybody gets one reply.
 
+namespace kestro::fuzz {
 namespace {
 
-using kestro::adapters::ControlSocketServer;
-using kestro::fuzz::Require;
+using adapters::ControlSocketServer;
 
 class Server {
  public:
@@ -25,8 +25,8 @@ class Server {
 
   std::string Exchange(std::string_view first, std::string_view second) {
     requests = 0;
-    const auto socket = kestro::adapters::NewLocalSocket();
-    Require(kestro::adapters::ConnectTo(socket, path_) == 0, "the server does not listen");
+    const auto socket = adapters::NewLocalSocket();
+    Require(adapters::ConnectTo(socket, path_) == 0, "the server does not listen");
     loop_.RunOnce(0);
     Send(socket.get(), first);
     loop_.RunOnce(0);
@@ -44,8 +44,7 @@ class Server {
 
  private:
   static void Send(int socket, std::string_view text) {
-    if (!text.empty())
-      static_cast<void>(::send(socket, text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT));
+    static_cast<void>(::send(socket, text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT));
   }
   std::string Handle(std::string_view request) {
     ++requests;
@@ -54,24 +53,24 @@ class Server {
     return std::string(kReply);
   }
 
-  kestro::test_support::TemporaryFolder folder_;
+  test_support::TemporaryFolder folder_;
   std::string path_ = folder_.File("control.sock").string();
-  kestro::test::PollingWatcher loop_;
+  test::PollingWatcher loop_;
   ControlSocketServer server_{loop_, path_, [this](std::string_view request) { return Handle(request); }};
 };
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
+void Check(std::string_view text) {
   static Server server;  // one for all inputs: what an input leaves behind shows at the next one
-  const std::string_view text = kestro::fuzz::TextOf(data + 1, size - 1);
-  const std::size_t cut = std::min<std::size_t>(text.size(), data[0]);
+  const std::uint8_t first = TakeByte(text);
+  const std::size_t cut = std::min<std::size_t>(first, text.size());
   const std::string reply = server.Exchange(text.substr(0, cut), text.substr(cut));
   const bool one_line = text.find('\n') != std::string_view::npos && text.find('\n') + 1 == text.size() &&
                         text.size() <= ControlSocketServer::kMaximumRequestBytes;
   if (one_line) Require(server.requests == 1 && reply == Server::kReply, "a request was lost");
   Require(server.requests <= 1, "more than one request");
   Require(server.requests == 1 || reply.starts_with("error: "), "neither carried out nor refused");
-  return 0;
 }
+
+}  // namespace kestro::fuzz

@@ -7,37 +7,23 @@
 #include "import/cvs_parser.h"
 #include "import/line_reader.h"
 #include "support/log_capture.h"
+#include "unit/support/text_file.h"
 
 // Import files: the same lines however the file comes in, and fields that are parts of their line.
 
+namespace kestro::fuzz {
 namespace {
 
-using kestro::fuzz::Require;
-using kestro::import::LineReader;
+using import::LineReader;
 
-/// Delivers at most so many bytes a read.
-class PiecewiseFile final : public kestro::ports::FileReader {
- public:
-  PiecewiseFile(std::string_view text, std::size_t most) : text_(text), most_(most) {}
-  [[nodiscard]] std::size_t Read(std::span<char> buffer) override {
-    const std::size_t size = std::min({buffer.size(), most_, text_.size()});
-    std::copy_n(text_.begin(), size, buffer.begin());
-    text_.remove_prefix(size);
-    return size;
-  }
-
- private:
-  std::string_view text_;
-  std::size_t most_;
-};
-
+/// Of a file that delivers at most so many bytes a read.
 std::vector<std::string> LinesOf(std::string_view text, std::size_t most) {
-  const auto reader = std::make_unique<LineReader>(std::make_unique<PiecewiseFile>(text, most));
+  LineReader reader(std::make_unique<test_support::TextFile>(std::string(text), most));
   std::vector<std::string> lines;
   for (;;) {
-    switch (reader->Next()) {
+    switch (reader.Next()) {
       case LineReader::Step::kLine:
-        lines.emplace_back(reader->line());
+        lines.emplace_back(reader.line());
         break;
       case LineReader::Step::kTooLong:
         Require(text.size() > LineReader::kMostLineBytes, "a short line that is too long");
@@ -52,9 +38,9 @@ std::vector<std::string> LinesOf(std::string_view text, std::size_t most) {
 }
 
 void CheckFields(const std::string& line) {
-  kestro::test::LogCapture capture;
-  kestro::core::LogModule log(capture);
-  const kestro::import::CVSParser parser(log);
+  test::LogCapture capture;
+  core::LogModule log(capture);
+  const import::CVSParser parser(log);
   std::vector<std::string_view> fields;
   const int count = parser.ParseLine(line, fields);
   Require(count == 0 || static_cast<std::size_t>(count) == fields.size(), "another number of fields");
@@ -70,13 +56,13 @@ void CheckFields(const std::string& line) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view text = kestro::fuzz::TextOf(data, size);
-  const auto lines = LinesOf(text, 1 + (size == 0 ? 0 : data[0] % 7));
+void Check(std::string_view text) {
+  const auto lines = LinesOf(text, 1 + text.size() % 7);
   Require(lines == LinesOf(text, text.size() + 1), "lines that depend on how the file is read");
   for (const std::string& line : lines) {
     Require(line.find_first_of("\r\n") == std::string::npos, "a line end inside a line");
     CheckFields(line);
   }
-  return 0;
 }
+
+}  // namespace kestro::fuzz

@@ -1,9 +1,8 @@
-#include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "fuzz/property.h"
 #include "jet/checker.h"
 #include "jet/cramped_map.h"
 #include "jet/database.h"
@@ -16,10 +15,10 @@
 // file that is built here: so that the changes hit what matters instead of making the file unreadable. The
 // first byte chooses the file, and whether the input also serves as a journal, or as the whole file.
 
+namespace kestro::jet {
 namespace {
 
-using namespace kestro::jet;
-using kestro::test::MemoryFileLayer;
+using test::MemoryFileLayer;
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr const char* kName = "f.mdb";
@@ -46,10 +45,11 @@ Bytes MakeFile(int rows, bool cramped = false) {
   MemoryFileLayer layer;
   {
     const auto database = Database::Create(layer, kName);
-    if (cramped) kestro::test::CrampMapOfFreePages(*database);
+    if (cramped) test::CrampMapOfFreePages(*database);
     Transaction transaction(*database);
     const auto table = database->CreateTable(Design("T"));
     std::vector<RowId> ids;
+    ids.reserve(static_cast<std::size_t>(rows));
     for (int i = 0; i < rows; ++i) {
       ids.push_back(table->Insert(Row(i % 7, i % 40 == 0 ? 5000 : i % 10 == 0 ? 500 : 20)).id);
     }
@@ -68,11 +68,11 @@ const Bytes& SomeFile(std::size_t choice) {
   return choice >= 0xC0 ? other_map : files[choice % files.size()];
 }
 
-void ApplyChanges(const std::uint8_t* data, std::size_t size, Bytes& file) {
-  for (std::size_t at = 0; at + 5 <= size; at += 5) {
+void ApplyChanges(const Bytes& data, Bytes& file) {
+  for (std::size_t at = 0; at + 5 <= data.size(); at += 5) {
     const std::size_t pages = file.size() / kPageSize;
     const std::size_t page = data[at] % pages;
-    const std::size_t offset = (data[at + 1] | (data[at + 2] << 8)) % kPageSize;
+    const std::size_t offset = (data[at + 1] + 256U * data[at + 2]) % kPageSize;
     std::uint8_t& byte = file[page * kPageSize + offset];
     byte = static_cast<std::uint8_t>(data[at + 4] % 2 == 0 ? data[at + 3] : byte ^ data[at + 3]);
   }
@@ -114,21 +114,20 @@ void Try(Step step) {
   }
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
-  Bytes file = SomeFile(data[0]);
-  if (data[0] % 32 == 31) {
-    file.assign(data + 1, data + size);
-    file.resize((size + kPageSize - 1) / kPageSize * kPageSize);
+void CheckFile(std::string_view input) {
+  const std::uint8_t choice = fuzz::TakeByte(input);
+  const Bytes bytes(input.begin(), input.end());
+  Bytes file = SomeFile(choice);
+  if (choice % 32 == 31) {
+    file = bytes;
+    file.resize((bytes.size() + kPageSize) / kPageSize * kPageSize);
   } else {
-    ApplyChanges(data + 1, size - 1, file);
+    ApplyChanges(bytes, file);
   }
   MemoryFileLayer layer;
   layer.SetMostBytes(kMostFilePages * kPageSize);
   layer.Put(kName, file);
-  if (data[0] % 8 == 7) layer.Put(JournalPath(kName), Bytes(data + 1, data + size));
+  if (choice % 8 == 7) layer.Put(JournalPath(kName), bytes);
   Try([&] {
     const auto database = Database::Open(layer, kName, OpenMode::kReadWrite, {.cache_pages = 16, .now = {}});
     (void)CheckDatabase(*database);
@@ -148,5 +147,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       if (database->InTransaction()) Try([&] { database->Rollback(); });
     }
   });
-  return 0;
 }
+
+}  // namespace
+}  // namespace kestro::jet
+
+void kestro::fuzz::Check(std::string_view input) { jet::CheckFile(input); }

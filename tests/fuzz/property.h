@@ -3,17 +3,25 @@
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 namespace kestro::fuzz {
 
-/// What must hold for every input: the driver reports what is thrown.
+/// What a fuzz program does with one input. What it throws is a failure.
+void Check(std::string_view);
+
+/// What must hold for every input.
 inline void Require(bool holds, const char* what) {
   if (!holds) throw std::logic_error(what);
 }
 
-inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
-  return {reinterpret_cast<const char*>(data), size};
+/// Cuts off the first byte, which chooses something; 0 when there is none.
+inline std::uint8_t TakeByte(std::string_view& input) {
+  if (input.empty()) return 0;
+  const char byte = input.front();
+  input.remove_prefix(1);
+  return static_cast<std::uint8_t>(byte);
 }
 
 }  // namespace kestro::fuzz

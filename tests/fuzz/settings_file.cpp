@@ -3,9 +3,10 @@
 
 // The settings file: what can be read is the same after it has been written and read again.
 
+namespace kestro::fuzz {
 namespace {
 
-using kestro::adapters::SettingsTable;
+using adapters::SettingsTable;
 
 bool AreEqual(const SettingsTable& left, const SettingsTable& right) {
   if (left.keys().size() != right.keys().size()) return false;
@@ -21,13 +22,14 @@ bool AreEqual(const SettingsTable& left, const SettingsTable& right) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const auto read = kestro::adapters::ParseSettings(kestro::fuzz::TextOf(data, size));
-  if (!read.damage.empty()) return 0;
-  const std::string written = kestro::adapters::FormatSettings(read.settings);
-  const auto again = kestro::adapters::ParseSettings(written);
-  kestro::fuzz::Require(again.damage.empty(), "our own text cannot be read");
-  kestro::fuzz::Require(AreEqual(read.settings, again.settings), "the settings have changed");
-  kestro::fuzz::Require(kestro::adapters::FormatSettings(again.settings) == written, "the text has changed");
-  return 0;
+void Check(std::string_view text) {
+  const auto read = adapters::ParseSettings(text);
+  if (!read.damage.empty()) return;
+  const std::string written = adapters::FormatSettings(read.settings);
+  const auto again = adapters::ParseSettings(written);
+  Require(again.damage.empty(), "our own text cannot be read");
+  Require(AreEqual(read.settings, again.settings), "the settings have changed");
+  Require(adapters::FormatSettings(again.settings) == written, "the text has changed");
 }
+
+}  // namespace kestro::fuzz

@@ -4,21 +4,17 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <vector>
+#include <string>
 
-#include "ports/byte_buffer.h"
 #include "ports/line_structures.h"
 #include "soak/invariants.h"
 #include "soak/soak_world.h"
 
 namespace kestro::soak {
 
-namespace info = ports::line_call_info;
-
 inline constexpr ports::CallHandle kFirstHandle = 0x101;
-inline constexpr int kHandles = 24;  // few: they come again while their calls are still there
-inline constexpr ports::CallHandle kFirstHostileHandle = 0x901;
-inline constexpr int kHostileHandles = 8;
+inline constexpr int kHandles = 24;        // few: they come again while their calls are still there
+inline constexpr int kMostIdBytes = 2600;  // more than a structure of the line functions has room for
 inline constexpr std::int32_t kMonitorDigits = 9;
 
 inline constexpr std::array<std::string_view, 12> kLineFunctions = {
@@ -26,13 +22,9 @@ inline constexpr std::array<std::string_view, 12> kLineFunctions = {
     "lineSetStatusMessages", "lineGetCallInfo",         "lineDrop",       "lineDeallocateCall",
     "lineTranslateAddress",  "lineBlindTransfer",       "lineClose",      "lineShutdown"};
 
-/// Where offsets and sizes are most dangerous: around the fixed part, the end of the buffer, the overflow.
-inline constexpr std::array<std::uint32_t, 16> kEdges = {
-    0,    1,    323,  324,        325,    400,        2000,       2001,
-    2324, 2325, 2326, 0x7FFFFFFF, 0xFFFF, 0x80000000, 0xFFFFFEBB, 0xFFFFFFFF};
-
 inline constexpr std::array<std::string_view, 8> kOddNumbers = {
     "777888999", "", " ", "UNKNOWN", "+", "00", "\x80\xFF\x01", "0123456789012345678901234567890123456789"};
+inline constexpr std::array<std::string_view, 3> kPrefixes = {"", "+420", "00420"};
 inline constexpr std::array<std::string_view, 4> kInternalNumbers = {"21", "22", "23", "99"};
 
 /// What comes from the telephone line: whole calls in good order, and everything
@@ -124,7 +116,7 @@ class LineSide {
     const app::Application& application = world_.application();
     Deliver([&] { exchange().Disconnect(call); });
     const bool heard = exchange().line_open() && application.Flags().ApplicationStarted;
-    if (heard) CheckAfterCall(world_);
+    if (heard) Invariants(world_).CheckAfterCall();
     Deliver([&] { exchange().Idle(call); });
   }
   void Break() {
@@ -152,42 +144,36 @@ class LineSide {
   }
   [[nodiscard]] exchange::Call RandomCall() {
     exchange::Call call;
-    const bool hostile = random().OneIn(8);
-    call.handle = hostile ? kFirstHostileHandle + static_cast<std::uint32_t>(random().Below(kHostileHandles))
-                          : kFirstHandle + static_cast<std::uint32_t>(random().Below(kHandles));
-    if (hostile) exchange().SetRawCallInfo(call.handle, HostileCallInfo());
+    call.handle = kFirstHandle + static_cast<std::uint32_t>(random().Below(kHandles));
     if (random().OneIn(4)) call.origin = exchange::kOriginInternal;
     if (random().OneIn(6)) call.reason = exchange::kReasonTransfer;
-    if (call.origin == exchange::kOriginInternal) {
+    if (random().OneIn(8)) {
+      call.caller_id = Noise();
+    } else if (call.origin == exchange::kOriginInternal) {
       call.caller_id = random().Pick(kInternalNumbers);
     } else if (random().OneIn(2)) {
-      call.caller_id = random().Pick(KnownNumbers());
+      call.caller_id = KnownNumber();
     } else if (!random().OneIn(4)) {
       call.caller_id = random().Pick(kOddNumbers);
     }
     return call;
   }
-  /// Either nothing but noise, or a structure that would be right but for one or two of its numbers.
-  [[nodiscard]] std::vector<std::uint8_t> HostileCallInfo() {
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(random().Below(2600)));
-    const bool noise = random().OneIn(3) || bytes.size() < info::kFixedSize;
-    for (auto& byte : bytes)
-      byte = static_cast<std::uint8_t>(noise || random().OneIn(2) ? random().Word() : '1');
-    if (noise) return bytes;
-    const auto set = [&](std::size_t place, std::uint32_t value) { ports::WriteDword(bytes, place, value); };
-    const auto edge = [&] { return random().OneIn(4) ? random().Word() : random().Pick(kEdges); };
-    set(info::kOrigin, random().OneIn(2) ? info::kOriginInternal : info::kOriginExternal);
-    set(info::kReason, random().OneIn(4) ? info::kReasonTransfer : info::kReasonDirect);
-    set(info::kCallerIdFlags, info::kPartyAddress);
-    set(info::kConnectedIdFlags, info::kPartyAddress);
-    for (const auto place : {info::kCallerIdOffset, info::kConnectedIdOffset}) set(place, edge());
-    for (const auto place : {info::kCallerIdSize, info::kConnectedIdSize}) set(place, edge());
+  /// One that contacts have.
+  [[nodiscard]] std::string KnownNumber() {
+    const std::string number = ContactNumber(random().Below(kContacts / 2));
+    return std::string(random().Pick(kPrefixes)) + number;
+  }
+  [[nodiscard]] std::string Noise() {
+    std::string bytes(static_cast<std::size_t>(random().Below(kMostIdBytes)), '1');
+    for (char& byte : bytes) {
+      if (random().OneIn(2)) byte = static_cast<char>(random().Word());
+    }
     return bytes;
   }
   void Deliver(const std::function<void()>& work) { world_.At(kOnTheLine, work); }
 
   [[nodiscard]] exchange::Exchange& exchange() { return world_.session().exchange; }
-  [[nodiscard]] test::Random& random() { return world_.random(); }
+  [[nodiscard]] Random& random() { return world_.random(); }
 
   SoakWorld& world_;
   std::function<void()> between_;

@@ -10,7 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include "base/runtime_error.h"
 #include "soak/invariants.h"
 #include "soak/line_side.h"
 #include "soak/memory_watch.h"
@@ -19,11 +18,6 @@
 namespace kestro::soak {
 namespace {
 
-using test::MemoryUse;
-
-/// Bytes. Not nothing: the database keeps prepared statements, up to 64 a file, and some searches come late.
-constexpr std::int64_t kMostAllocatedGrowth = 512LL * 1024;
-constexpr std::int64_t kMostResidentGrowth = 2LL * 1024 * 1024;  // the allocator gives back in pieces
 constexpr std::int64_t kCallsBetweenSamples = 500;
 constexpr std::int64_t kCallsBetweenRestores = 10'000;
 constexpr int kEndsInARun = 20;
@@ -65,44 +59,28 @@ class Soak {
   int Run();
 
  private:
-  void Start();
   void OneCall();
   void Between() {
     for (int action = world_.random().Below(3); action > 0; --action) user_.Act();
   }
   void Guarded(const std::function<void()>& work);
-  void Report() const;
-  [[nodiscard]] bool MemoryGrows() const;
+  void Report();
 
   Options options_;
   SoakWorld world_;
   UserSide user_{world_};
   LineSide line_{world_, [this] { Between(); }};
-  MemoryWatch whole_run_;
-  MemoryWatch last_application_;  // nothing that ends with an application can hide in it
+  MemoryWatch whole_run_{"the whole run"};
+  MemoryWatch last_application_{"one application"};  // nothing that ends with it can hide in it
   std::int64_t call_ = 0;
   bool running_ = false;
 };
 
-/// The end of the application is expected or a finding; anything else that comes out is one.
+/// The end of the application is expected or a finding.
 void Soak::Guarded(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const base::ProcessEnded&) {
-    running_ = false;
-    world_.CheckEnd();
-  } catch (const base::RuntimeError& error) {
-    world_.Find("the application let an error out: " + error.source() + " " + error.description());
-  } catch (const std::exception& error) {
-    world_.Find(std::string("the application let an exception out: ") + error.what());
-  }
-}
-
-void Soak::Start() {
-  Guarded([&] {
-    running_ = true;
-    world_.StartApplication();
-  });
+  if (world_.GoesOn("the application", work)) return;
+  running_ = false;
+  world_.CheckEnd();
 }
 
 /// Only the first half has ends: the memory of one application is watched in the second.
@@ -111,7 +89,7 @@ void Soak::OneCall() {
   const int end_in = static_cast<int>(std::max<std::int64_t>(1, options_.calls / 2 / kEndsInARun));
   Guarded([&] {
     line_.Call();
-    world_.session().front_end.Driver().Settle();
+    world_.driver().Settle();
     if (world_.random().OneIn(3)) user_.SwitchOn();
     if (!may_end || !world_.random().OneIn(end_in)) return;
     if (!world_.random().OneIn(5)) return user_.EndApplication();
@@ -119,46 +97,34 @@ void Soak::OneCall() {
     line_.EndByOverflow();
     world_.ExpectNoEnd();
   });
-  if (running_) CheckAtRest(world_);
+  if (running_) Invariants(world_).CheckAtRest();
 }
 
 int Soak::Run() {
   for (call_ = 1; call_ <= options_.calls && world_.findings().empty(); ++call_) {
     world_.transcript().Begin("call " + std::to_string(call_), false);
-    if (!running_) Start();
+    if (!running_) {
+      running_ = true;
+      Guarded([&] { world_.StartApplication(); });
+    }
     if (running_) OneCall();
     if (call_ % kCallsBetweenRestores == 0) world_.Restore();
     if (call_ % kCallsBetweenSamples != 0) continue;
     whole_run_.Sample(call_);
     if (call_ > options_.calls / 2) last_application_.Sample(call_ - options_.calls / 2);
   }
+  if (whole_run_.Grows() || last_application_.Grows()) world_.Find("memory grows with the calls");
   Report();
-  return world_.findings().empty() && !MemoryGrows() ? 0 : 1;
+  return world_.findings().empty() ? 0 : 1;
 }
 
-bool Soak::MemoryGrows() const {
-  const auto grows = [](const MemoryWatch& watch) {
-    return watch.Growth(&MemoryUse::allocated) > kMostAllocatedGrowth ||
-           (!test::HasAddressSanitizer() && watch.Growth(&MemoryUse::resident) > kMostResidentGrowth);
-  };
-  return grows(whole_run_) || grows(last_application_);
-}
-
-void Soak::Report() const {
+void Soak::Report() {
   std::cout << "messages:";
   for (const auto& [number, count] : world_.boxes()) std::cout << " " << number << " x" << count;
   std::cout << "\nends:";
   for (const auto& [reason, count] : world_.ends()) std::cout << " " << reason << " x" << count << ";";
   std::cout << "\n";
-  whole_run_.Print(std::cout);
-  const auto print = [](const char* what, const MemoryWatch& watch) {
-    if (!watch.enough()) return;
-    std::cout << what << ": allocated " << watch.Growth(&MemoryUse::allocated) << " bytes more, resident "
-              << watch.Growth(&MemoryUse::resident) << "\n";
-  };
-  print("after the first 10000 calls", whole_run_);
-  print("one application, after its first 10000 calls", last_application_);
-  if (MemoryGrows()) std::cerr << "FAILED: memory grows with the calls\n";
+  for (const MemoryWatch* watch : {&whole_run_, &last_application_}) watch->Print(std::cout);
   if (world_.findings().empty()) {
     std::cout << call_ - 1 << " calls, seed " << options_.seed << ": nothing found\n";
     return;
@@ -166,7 +132,7 @@ void Soak::Report() const {
   std::cerr << "FAILED at call " << call_ - 1 << ", seed " << options_.seed << ":\n";
   for (const std::string& text : world_.findings()) std::cerr << "  " << text << "\n";
   std::cerr << "The last lines of the transcript:\n";
-  for (const std::string& line : world_.last_lines()) std::cerr << "    " << line << "\n";
+  for (const std::string& line : world_.transcript().Tail()) std::cerr << "    " << line << "\n";
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace kestro::soak {
@@ -16,60 +18,46 @@ inline constexpr std::array kAtStart = {100, 101, 104, 105, 108, 109, 110, 113, 
 inline constexpr std::array kOnTheLine = {103, 106};
 
 struct Place {
-  std::string_view window;
-  std::string_view control;  // empty = every other one of the window
-  std::array<int, 10> numbers{};
+  std::array<std::string_view, 5> uses;  // WINDOW.CONTROL, or WINDOW alone for a key or its closing
+  std::array<int, 10> numbers;
 };
 
-inline constexpr std::array kPlaces = {
-    Place{"SystemTrayForm", "mnuRedirectList", {116}},
-    Place{"SystemTrayForm", "btnTransferCall", {116}},
-    Place{"SystemTrayForm", "mPopStartStop", {100, 101, 108, 109, 110, 113, 114}},
-    Place{"SystemTrayForm", "mPopSettings", {100, 101, 108, 109, 110, 113, 114}},
-    Place{"Settings", "OKButton", {145, 146}},
-    Place{"Settings", "", {145, 146}},
-    Place{"frmMainForm", "btnSearch", {129, 132}},
-    Place{"frmMainForm", "ActionToolbar", {127, 128, 129, 130, 131, 285, 310}},
-    Place{"frmMainForm", "ContactsGrid", {129, 131, 310}},
-    Place{"frmMainForm", "mnuNewContact", {129, 310}},
-    Place{"frmMainForm", "mnuEditContact", {129, 131, 310}},
-    Place{"frmMainForm", "mnuDeleteContact", {127, 128, 129, 130}},
-    Place{"frmMainForm", "mnuImportContacts", {129, 100, 101, 138, 139, 140, 141, 142, 143}},
-    Place{"frmContactImportProgress", "CancelButton", {144}},
-    Place{"frmContactImportProgress", "", {144}},
-    Place{"frmMainForm", "mnuUserFields", {129, 100, 101, 109, 113}},
-    Place{"frmMainForm", "mnuPhoneLines", {129}},
-    Place{"frmMainForm", "", {127, 128, 129, 130, 131, 132, 310}},
-    Place{"frmEditContact", "cmdOK", {133, 134}},
-    Place{"frmEditContact", "cmdChangePicture", {309}},
-    Place{"frmEditContact", "btnMakeCallPhone1", {285}},
-    Place{"frmEditContact", "btnMakeCallPhone2", {285}},
-    Place{"frmEditContact", "btnMakeCallPhone3", {285}},
-    Place{"frmEditContact", "btnMakeCallPhone4", {285}},
-    Place{"frmEditContact", "", {133, 134, 285, 309}},
-    Place{"frmPhoneLinesList", "cmdEdit", {121}},
-    Place{"frmPhoneLinesList", "cmdDelete", {121, 122}},
-    Place{"frmPhoneLinesList", "LinesGrid", {121}},
-    Place{"frmPhoneLinesList", "", {121}},
-    Place{"frmEditLine", "OKButton", {123, 124, 125}},
-    Place{"frmEditLine", "", {123, 124, 125}},
-    Place{"frmUserFieldsNames", "OKButton", {135, 136}},
-    Place{"frmUserFieldsNames", "", {135, 136}},
-    Place{"ContactDetail", "cmbRedirectTo", {116}},
-    Place{"ContactDetail", "cmdEdit", {310}},
-    Place{"ContactDetail", "cmdNew", {310}},
-    Place{"ContactDetail", "", {116, 310}},
-    Place{"UnknownContact", "cmbRedirectTo", {116}},
-    Place{"UnknownContact", "cmdNew", {310}},
-    Place{"UnknownContact", "", {116, 310}},
-};
+inline constexpr auto kPlaces = std::to_array<Place>({
+    {{"SystemTrayForm.mnuRedirectList", "SystemTrayForm.btnTransferCall", "ContactDetail.cmbRedirectTo",
+      "UnknownContact.cmbRedirectTo"},
+     {116}},
+    {{"SystemTrayForm.mPopStartStop", "SystemTrayForm.mPopSettings"}, {100, 101, 108, 109, 110, 113, 114}},
+    {{"ContactDetail.cmdEdit", "ContactDetail.cmdNew", "UnknownContact.cmdNew"}, {310}},
+    {{"ContactDetail", "UnknownContact"}, {116, 310}},
+    {{"Settings.OKButton", "Settings"}, {145, 146}},
+    {{"frmMainForm.btnSearch"}, {129, 132}},
+    {{"frmMainForm.ActionToolbar"}, {127, 128, 129, 130, 131, 285, 310}},
+    {{"frmMainForm.ContactsGrid", "frmMainForm.mnuEditContact"}, {129, 131, 310}},
+    {{"frmMainForm.mnuNewContact"}, {129, 310}},
+    {{"frmMainForm.mnuDeleteContact"}, {127, 128, 129, 130}},
+    {{"frmMainForm.mnuImportContacts"}, {129, 100, 101, 138, 139, 140, 141, 142, 143}},
+    {{"frmMainForm.mnuUserFields"}, {129, 100, 101, 109, 113}},
+    {{"frmMainForm.mnuPhoneLines"}, {129}},
+    {{"frmMainForm"}, {127, 128, 129, 130, 131, 132, 310}},
+    {{"frmContactImportProgress.CancelButton", "frmContactImportProgress"}, {144}},
+    {{"frmEditContact.cmdOK"}, {133, 134}},
+    {{"frmEditContact.cmdChangePicture"}, {309}},
+    {{"frmEditContact.btnMakeCallPhone1", "frmEditContact.btnMakeCallPhone2",
+      "frmEditContact.btnMakeCallPhone3", "frmEditContact.btnMakeCallPhone4"},
+     {285}},
+    {{"frmEditContact"}, {133, 134, 285, 309}},
+    {{"frmPhoneLinesList.cmdEdit", "frmPhoneLinesList.LinesGrid", "frmPhoneLinesList"}, {121}},
+    {{"frmPhoneLinesList.cmdDelete"}, {121, 122}},
+    {{"frmEditLine.OKButton", "frmEditLine"}, {123, 124, 125}},
+    {{"frmUserFieldsNames.OKButton", "frmUserFieldsNames"}, {135, 136}},
+});
 
-/// When the user uses that control. An empty control name: anything in the window (a key, its closing).
+/// When the user uses that control; without a name: anything in the window (a key, its closing).
 inline AllowedMessages InWindow(std::string_view window, std::string_view control = {}) {
-  for (const Place& place : kPlaces) {
-    if (place.window == window && place.control == control) return place.numbers;
-  }
-  return {};
+  const std::string use = std::string(window).append(control.empty() ? "" : ".").append(control);
+  const auto place = std::ranges::find_if(
+      kPlaces, [&](const Place& one) { return std::ranges::find(one.uses, use) != one.uses.end(); });
+  return place == kPlaces.end() ? AllowedMessages() : place->numbers;
 }
 
 }  // namespace kestro::soak

@@ -1,33 +1,29 @@
 #pragma once
 
 #include <algorithm>
-#include <deque>
+#include <array>
 #include <filesystem>
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "base/runtime_error.h"
-#include "programs/cti-scenario/posix_machine.h"
+#include "base/scope_value.h"
 #include "scenario/dumps.h"
-#include "scenario/session.h"
 #include "scenario/world.h"
+#include "soak/catalogue_numbers.h"
 #include "soak/places.h"
-#include "unit/support/temporary_folder.h"
-#include "whole/catalogue_numbers.h"
-#include "whole/headless_front_end.h"
-#include "whole/random.h"
+#include "soak/random.h"
+#include "whole/program_world.h"
 
 namespace kestro::soak {
 
 /// Path of the database, and of another one that the settings can be pointed at.
-inline constexpr std::string_view kDatabase = "C:\\Data\\KESTRO\\KESTROCTI\\CTIDB.mdb";
-inline constexpr std::string_view kOtherDatabase = "C:\\Data\\KESTRO\\KESTROCTI\\Other.mdb";
+inline constexpr std::string_view kDatabase = R"(C:\Data\KESTRO\KESTROCTI\CTIDB.mdb)";
+inline constexpr std::string_view kOtherDatabase = R"(C:\Data\KESTRO\KESTROCTI\Other.mdb)";
 
 inline constexpr std::string_view kTemplate = "C:\\Program\\DBTemplate.tpl";
-inline constexpr std::string_view kDataFolder = "C:\\Data\\KESTRO\\KESTROCTI";
+inline constexpr std::string_view kDataFolder = R"(C:\Data\KESTRO\KESTROCTI)";
 inline constexpr int kApplicationError = 106;
 inline constexpr int kContacts = 40;
 inline constexpr int kOneInBoxesIsHeldOpen = 3;
@@ -50,76 +46,47 @@ inline std::string AddressBookText() {
 }
 
 /// Names of the devices, the first of which is the one watched at first.
-inline const std::vector<std::string>& DeviceNames() {
-  static const std::vector<std::string> kNames = {"EXT 101", "EXT 102", "P\xC5\x99\xC3\xADpojka 103", ""};
-  return kNames;
-}
+inline constexpr std::array<std::string_view, 4> kDevices = {"EXT 101", "EXT 102",
+                                                             "P\xC5\x99\xC3\xADpojka 103", ""};
 
-/// Numbers that contacts have.
-inline const std::vector<std::string>& KnownNumbers() {
-  static const std::vector<std::string> kNumbers = [] {
-    std::vector<std::string> numbers;
-    for (int contact = 0; contact < kContacts / 2; ++contact) {
-      numbers.push_back(ContactNumber(contact));
-      numbers.push_back("+420" + ContactNumber(contact));
-      numbers.push_back("00420585000110");
-    }
-    return numbers;
-  }();
-  return kNumbers;
-}
-
-/// One machine with its files, database and settings, and the application that
-/// runs on it now; another one follows when that has ended.
-class SoakWorld {
+/// The application and the next one, which follows when that has ended; only
+/// those messages may come up that have some business where they do.
+class SoakWorld final : public test::ProgramWorld {
  public:
-  explicit SoakWorld(std::uint64_t seed) : random_(seed), machine_(folder_.path(), KESTRO_PROGRAM_DIR) {
-    machine_.Files().CreateFolder("C:\\Data\\KESTRO");
-    machine_.Files().CreateFolder(kDataFolder);
+  explicit SoakWorld(std::uint64_t seed)
+      : ProgramWorld([this](std::string_view line) { Watch(line); }), random_(seed) {
+    machine().Files().CreateFolder("C:\\Data\\KESTRO");
+    machine().Files().CreateFolder(kDataFolder);
     Restore();
-    machine_.WriteFile("C:\\Data\\import.csv", "Eva;Firma;;585000111\r\n;;;\r\n\"Petr\r\nPavel;;;\"\r\n");
-    // As much of a picture as is looked at: signature and size.
-    machine_.WriteFile(
-        "C:\\Program\\Picture.png",
-        std::string_view("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\0\x10\0\0\0\x10\x08\x02\0\0\0", 29));
+    machine().WriteFile("C:\\Data\\import.csv", "Eva;Firma;;585000111\r\n;;;\r\n\"Petr\r\nPavel;;;\"\r\n");
+    machine().WriteFile("C:\\Program\\Picture.png", test::kPicture);
   }
 
-  [[nodiscard]] test::Random& random() { return random_; }
-  /// Something is wrong with the application. Collected, not thrown: the application's own handlers would
-  /// catch what is thrown inside its calls.
-  void Find(std::string text) { findings_.push_back(std::move(text)); }
-  [[nodiscard]] const std::vector<std::string>& findings() const { return findings_; }
-  [[nodiscard]] scenario::Session& session() { return *session_; }
-  [[nodiscard]] app::Application& application() { return *session_->application(); }
-  [[nodiscard]] scenario::Transcript& transcript() { return transcript_; }
+  ~SoakWorld() override { EndSession(); }  // which is watched to its end
+  SoakWorld(const SoakWorld&) = delete;
+  SoakWorld& operator=(const SoakWorld&) = delete;
+
+  [[nodiscard]] Random& random() { return random_; }
 
   /// Starts an application on what the one before has left; base::ProcessEnded comes through.
   void StartApplication() {
     std::map<std::string, std::string> settings = {{"DatabasePath", std::string(kDatabase)},
                                                    {"FirstStartDone", "1"},
-                                                   {"PhoneLine", DeviceNames().front()}};
-    if (session_) {
-      for (const auto& [place, value] : session_->settings.values()) settings[place.second] = value;
+                                                   {"PhoneLine", std::string(kDevices.front())}};
+    if (has_session()) {
+      for (const auto& [place, value] : session().settings.values()) settings[place.second] = value;
     }
-    session_.reset();
-    front_end_ = std::make_unique<test::HeadlessFrontEnd>(
-        [this](std::string_view text, int style, ports::BoxAnswer planned) {
-          return AnswerBox(text, style, planned);
-        },
-        [this](const test::HeadlessFrontEnd::Task& task) { At(kOnTheLine, task); });
-    session_ = std::make_unique<scenario::Session>(machine_, *front_end_, transcript_);
+    NewSession([this](const auto& task) { At(kOnTheLine, task); });
     AddDevices();
-    for (const auto& [name, value] : settings) session_->SetSetting(name, value);
-    session_->windows.SetModalHook(
-        [this](forms::Form& window) { session_->front_end.Post([this, &window] { use_modal_(window); }); });
-    if (random_.OneIn(4)) session_->shell.SetShellMajor(4);  // a desktop without balloons
+    for (const auto& [name, value] : settings) session().SetSetting(name, value);
+    if (random_.OneIn(4)) session().shell.SetShellMajor(4);  // a desktop without balloons
     told_of_error_ = false;
     line_is_open_ = false;
-    At(kAtStart, [this] { session_->StartApplication(); });
+    At(kAtStart, [this] { session().StartApplication(); });
   }
   /// The address books as they were at first, and no pictures. For a world that stays small.
   void Restore() {
-    const std::filesystem::path folder = machine_.NativePath(kDataFolder);
+    const std::filesystem::path folder = machine().NativePath(kDataFolder);
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
       if (entry.path().extension() == ".png") std::filesystem::remove(entry.path());
     }
@@ -129,16 +96,9 @@ class SoakWorld {
 
   /// Runs something that the application does at that place, where only those messages may come.
   void At(AllowedMessages allowed, const std::function<void()>& work) {
-    struct Scope {
-      std::vector<AllowedMessages>& places;
-      ~Scope() { places.pop_back(); }
-    };
-    places_.push_back(allowed);
-    const Scope scope{places_};
+    const base::ScopeValue scope(allowed_, allowed);
     work();
   }
-  /// Uses a modal window until it is closed.
-  void SetModalUser(std::function<void(forms::Form&)> use) { use_modal_ = std::move(use); }
   /// What goes on while a message box is open.
   void SetMeanwhile(std::function<void()> work) { meanwhile_ = std::move(work); }
 
@@ -158,21 +118,14 @@ class SoakWorld {
   }
   void ExpectNoEnd() { expected_end_.clear(); }
 
-  /// What was last written down, for the report.
-  [[nodiscard]] const std::deque<std::string>& last_lines() const { return transcript_.Tail(); }
   [[nodiscard]] const std::map<int, std::int64_t>& boxes() const { return boxes_; }
   [[nodiscard]] const std::map<std::string, std::int64_t>& ends() const { return ends_; }
 
  private:
-  ports::BoxAnswer AnswerBox(std::string_view text, int style, ports::BoxAnswer planned) {
+  ports::BoxAnswer AnswerBox(std::string_view text, int style, ports::BoxAnswer planned) override {
     CheckBox(text);
-    if (meanwhile_ && open_boxes_ == 0 && random_.OneIn(kOneInBoxesIsHeldOpen)) {
-      struct Scope {
-        int& count;
-        ~Scope() { --count; }
-      };
-      ++open_boxes_;
-      const Scope scope{open_boxes_};
+    if (meanwhile_ && !box_open_ && random_.OneIn(kOneInBoxesIsHeldOpen)) {
+      const base::ScopeValue scope(box_open_, true);
       meanwhile_();
     }
     return planned == ports::BoxAnswer::kYes && (style & ports::kYesNo) != 0 && random_.OneIn(2)
@@ -180,15 +133,11 @@ class SoakWorld {
                : planned;
   }
   void CheckBox(std::string_view text) {
-    const AllowedMessages allowed = places_.empty() ? AllowedMessages() : places_.back();
-    const auto numbers = test::CatalogueNumbersOf(text);
-    if (numbers.empty()) Find("a message that is not in the catalogue: " + std::string(text));
-    const auto fitting = std::ranges::find_if(
-        numbers, [&](int number) { return std::ranges::find(allowed, number) != allowed.end(); });
-    if (fitting == numbers.end()) Find("a message that has no business here: " + std::string(text));
-    const int number = fitting == numbers.end() ? 0 : *fitting;
-    ++boxes_[number];
-    if (number == kApplicationError) told_of_error_ = true;
+    const auto numbers = CatalogueNumbersOf(text);
+    const auto fitting = std::ranges::find_first_of(numbers, allowed_);
+    if (fitting == numbers.end()) return Find("a message that has no business here: " + std::string(text));
+    ++boxes_[*fitting];
+    if (*fitting == kApplicationError) told_of_error_ = true;
   }
   /// Sees every line of the transcript: no line is opened while one is open.
   /// Closing counts as done also where the line functions refuse it: the application cannot do more.
@@ -201,37 +150,30 @@ class SoakWorld {
   /// Rows are replaced inside the file: the application goes on with its database.
   void MakeDatabase(std::string_view path) {
     const std::string connection = scenario::ConnectionStringOf(path);
-    if (!machine_.Files().FileExists(path)) machine_.Files().CopyFileTo(kTemplate, path, true);
+    if (!machine().Files().FileExists(path)) machine().Files().CopyFileTo(kTemplate, path, true);
     for (const char* statement : {"DELETE FROM Contact", "DELETE FROM PhoneLine", "DELETE FROM PhoneType"}) {
-      static_cast<void>(scenario::DumpSql(statement, machine_.Database(), connection));
+      static_cast<void>(scenario::DumpSql(statement, machine().Database(), connection));
     }
-    scenario::LoadAddressBook(AddressBookText(), machine_.Database(), connection);
+    scenario::LoadAddressBook(AddressBookText(), machine().Database(), connection);
   }
   void AddDevices() {
-    for (const std::string& name : DeviceNames()) {
+    for (const std::string_view name : kDevices) {
       exchange::Device device;
-      device.name = machine_.CodePage().FromText(name);
+      device.name = machine().CodePage().FromText(name);
       device.line_states = 0x1F;
-      if (name == DeviceNames()[1]) device.provider = "PANASONIC KX-TDA";
-      session_->exchange.AddDevice(device);
+      if (name == kDevices[1]) device.provider = "PANASONIC KX-TDA";
+      session().exchange.AddDevice(device);
     }
   }
 
-  test::Random random_;
-  std::vector<std::string> findings_;
-  test_support::TemporaryFolder folder_;
-  programs::PosixMachine machine_;
-  scenario::Transcript transcript_{[this](std::string_view line) { Watch(line); }};
-  std::unique_ptr<test::HeadlessFrontEnd> front_end_;
-  std::unique_ptr<scenario::Session> session_;
-  std::vector<AllowedMessages> places_;
-  std::function<void(forms::Form&)> use_modal_;
+  Random random_;
+  AllowedMessages allowed_;  // here and now
   std::function<void()> meanwhile_;
   std::string expected_end_;
   bool told_of_error_ = false;  // message 106
   std::map<int, std::int64_t> boxes_;
   std::map<std::string, std::int64_t> ends_;
-  int open_boxes_ = 0;
+  bool box_open_ = false;
   bool line_is_open_ = false;
 };
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "soak/soak_world.h"
 
@@ -11,8 +13,6 @@ namespace kestro::soak {
 inline constexpr int kMostDepth = 3;
 inline constexpr int kMostModalActions = 8;
 inline constexpr std::string_view kTray = "SystemTrayForm";
-/// Goes by itself when the import is over.
-inline constexpr std::string_view kImportProgress = "frmContactImportProgress";
 
 inline constexpr std::array kTrayEvents = {ports::kLeftButtonUp, ports::kRightButtonUp,
                                            ports::kLeftDoubleClick, ports::kBalloonUserClick};
@@ -34,8 +34,7 @@ inline constexpr std::array kTexts = {"",
                                       "1e999",
                                       "99999999999",
                                       "\xC3",
-                                      "a\x01"
-                                      "b",
+                                      "a\001b",
                                       "&&File"};
 
 /// Entries and buttons that end the application.
@@ -64,12 +63,7 @@ class UserSide {
   }
   /// Some actions in a modal window, then closes it.
   void UseModal(forms::Form& window) {
-    struct Scope {
-      int& depth;
-      ~Scope() { --depth; }
-    };
-    ++depth_;
-    const Scope scope{depth_};
+    const base::ScopeValue scope(depth_, depth_ + 1);
     const int actions = depth_ > kMostDepth ? 0 : random().Below(kMostModalActions);
     for (int action = 0; action < actions && window.visible(); ++action) {
       if (random().OneIn(5)) {
@@ -78,23 +72,19 @@ class UserSide {
         UseWindow(window);
       }
     }
-    if (window.name() == kImportProgress) return;
+    if (window.name() == test::kImportProgress) return;
     if (actions > 0 && random().OneIn(2)) FillIn(window);
     for (const char* button : {"OKButton", "cmdOK", "CancelButton", "cmdCancel"}) {
       forms::Control* control = window.FindControl(button);
-      if (window.visible() && control != nullptr && random().OneIn(2)) Click(window, *control);
+      if (window.visible() && control != nullptr && random().OneIn(2)) UseControl(window, *control);
     }
     if (window.visible()) Close(window);
-    if (window.visible()) {
-      world_.Find("the window " + window.name() + " cannot be closed");
-      window.Hide();
-    }
   }
   /// Starts monitoring when it is off.
   void SwitchOn() {
     if (world_.application().Flags().ApplicationStarted) return;
-    forms::Form& tray = Window(kTray);
-    Click(tray, *tray.FindControl("mPopStartStop"));
+    forms::Form& tray = world_.Window(kTray);
+    UseControl(tray, *tray.FindControl("mPopStartStop"));
   }
   void PressTray() {
     world_.At(InWindow(kTray, "icon"),
@@ -102,38 +92,37 @@ class UserSide {
   }
   /// Tries to end the application in one of the user's ways, or in the session's.
   void EndApplication() {
-    forms::Form& tray = Window(kTray);
-    forms::Form& card = Window("ContactDetail");
-    forms::Form& main = Window("frmMainForm");
-    switch (random().Below(4)) {
-      case 0:
-        world_.ExpectEnd("the tray menu");
-        driver().Click(tray, *tray.FindControl("mPopExit"));
-        break;
-      case 1:
-        world_.ExpectEnd("the card's close button");
-        if (card.visible()) driver().Close(card, forms::kControlMenu);
-        break;
-      case 2:
-        world_.ExpectEnd("the main menu");
-        driver().Click(main, *main.FindControl("mnuExit"));
-        break;
-      default:
-        world_.ExpectEnd("the session");
-        world_.application().End();
-    }
+    struct Way {
+      const char* reason;
+      std::function<void()> go;
+    };
+    const auto click = [this](std::string_view window, std::string_view control) {
+      forms::Form& form = world_.Window(window);
+      driver().Click(form, *form.FindControl(control));
+    };
+    forms::Form& card = world_.Window("ContactDetail");
+    const Way ways[] = {{"the tray menu", [&] { click(kTray, "mPopExit"); }},
+                        {"the card's close button",
+                         [&] {
+                           if (card.visible()) driver().Close(card, forms::kControlMenu);
+                         }},
+                        {"the main menu", [&] { click("frmMainForm", "mnuExit"); }},
+                        {"the session", [&] { world_.application().End(); }}};
+    const Way& way = random().Pick(ways);
+    world_.ExpectEnd(way.reason);
+    way.go();
     world_.ExpectNoEnd();  // that way was not open just now
   }
 
  private:
   void ChooseFromTrayMenu() {
-    forms::Form& tray = Window(kTray);
+    forms::Form& tray = world_.Window(kTray);
     if (random().OneIn(2)) {
       const int element = random().Below(5);
-      if (forms::Control* line = tray.FindControl("mnuRedirectList", element)) Click(tray, *line);
+      if (forms::Control* line = tray.FindControl("mnuRedirectList", element)) UseControl(tray, *line);
       return;
     }
-    Click(tray, *tray.FindControl(random().Pick(kTrayControls)));
+    UseControl(tray, *tray.FindControl(random().Pick(kTrayControls)));
   }
   void UseWindow(forms::Form& form) {
     if (random().OneIn(8)) return PressKey(form);
@@ -142,24 +131,21 @@ class UserSide {
     if (!controls.empty()) UseControl(form, *random().Pick(controls));
   }
   void UseControl(forms::Form& form, forms::Control& control) {
-    using forms::ControlKind;
-    switch (control.kind()) {
-      case ControlKind::kButton:
-      case ControlKind::kMenuItem:
-        return Click(form, control);
-      case ControlKind::kComboBox:
-        return UseComboBox(form, dynamic_cast<forms::ComboBox&>(control));
-      case ControlKind::kGrid:
-        return UseGrid(form, dynamic_cast<forms::Grid&>(control));
-      default:
-        break;
-    }
+    if (Ends(control)) return;
+    Prepare(control);
     world_.At(InWindow(form.name(), control.name()), [&] {
-      if (auto* box = dynamic_cast<forms::CheckBox*>(&control)) {
+      const forms::ControlKind kind = control.kind();
+      if (kind == forms::ControlKind::kButton || kind == forms::ControlKind::kMenuItem) {
+        driver().Click(form, control);
+      } else if (auto* grid = dynamic_cast<forms::Grid*>(&control)) {
+        UseGrid(form, *grid);
+      } else if (auto* combo = dynamic_cast<forms::ComboBox*>(&control); combo && !random().OneIn(4)) {
+        driver().Choose(form, *combo, random().Below(static_cast<int>(combo->items().size()) + 1));
+      } else if (auto* box = dynamic_cast<forms::CheckBox*>(&control)) {
         driver().Check(form, *box, random().OneIn(2));
       } else if (auto* bar = dynamic_cast<forms::ToolBar*>(&control)) {
         driver().PressTool(form, *bar, 1 + random().Below(bar->count()));
-      } else if (control.kind() == ControlKind::kTextBox) {
+      } else if (combo != nullptr || kind == forms::ControlKind::kTextBox) {
         driver().Type(form, control, AnyText(control.name()));
       } else {
         driver().Choose(form, control, random().Below(8));
@@ -167,28 +153,14 @@ class UserSide {
     });
   }
   void UseGrid(forms::Form& form, forms::Grid& grid) {
-    world_.At(InWindow(form.name(), grid.name()), [&] {
-      const int row = random().Below(static_cast<int>(grid.row_count()) + 2) - 1;
-      switch (random().Below(4)) {
-        case 0:
-          driver().PressHeader(form, grid, random().Below(5));
-          break;
-        case 1:
-          driver().DoubleClickRow(form, grid, row);
-          break;
-        default:
-          driver().PressRow(form, grid, row);
-      }
-    });
-  }
-  void UseComboBox(forms::Form& form, forms::ComboBox& combo) {
-    world_.At(InWindow(form.name(), combo.name()), [&] {
-      if (random().OneIn(4)) {
-        driver().Type(form, combo, AnyText(combo.name()));
-      } else {
-        driver().Choose(form, combo, random().Below(static_cast<int>(combo.items().size()) + 1));
-      }
-    });
+    const int row = random().Below(static_cast<int>(grid.row_count()) + 2) - 1;
+    if (random().OneIn(4)) {
+      driver().PressHeader(form, grid, random().Below(5));
+    } else if (random().OneIn(3)) {
+      driver().DoubleClickRow(form, grid, row);
+    } else {
+      driver().PressRow(form, grid, row);
+    }
   }
   /// Something in most of the fields, as somebody does who wants to store it.
   void FillIn(forms::Form& window) {
@@ -221,31 +193,23 @@ class UserSide {
   }
   /// Mostly the modal one, if there is one; the tray menu stays in reach of the user.
   [[nodiscard]] forms::Form* AnyWindow() {
-    std::array<forms::Form*, 16> shown{};
-    int count = 0;
-    for (forms::Form* form : world_.application().Forms()) {
-      if (form->visible() && world_.session().windows.InUsersReach(*form))
-        shown.at(static_cast<std::size_t>(count++)) = form;
-    }
-    return count == 0 ? nullptr : shown.at(static_cast<std::size_t>(random().Below(count)));
+    std::vector<forms::Form*> shown = world_.application().Forms();
+    std::erase_if(shown, [this](const forms::Form* form) {
+      return !form->visible() || !world_.session().windows.InUsersReach(*form);
+    });
+    return shown.empty() ? nullptr : random().Pick(shown);
   }
   [[nodiscard]] std::string AnyText(std::string_view control) {
     if (control == "DBPathTextBox") {
-      if (random().OneIn(3)) return "C:\\Program\\Icons\\idle.ico";
+      if (random().OneIn(3)) return R"(C:\Program\Icons\idle.ico)";
       return std::string(random().OneIn(2) ? kDatabase : kOtherDatabase);
     }
-    if (random().OneIn(10)) return std::string(static_cast<std::size_t>(random().Below(600)), 'x');
+    if (random().OneIn(10)) return std::string().append(static_cast<std::size_t>(random().Below(600)), 'x');
     return random().Pick(kTexts);
   }
-  void Click(forms::Form& form, forms::Control& control) {
-    if (Ends(control)) return;
-    Prepare(control);
-    world_.At(InWindow(form.name(), control.name()), [&] { driver().Click(form, control); });
-  }
 
-  [[nodiscard]] forms::FrontEndDriver& driver() { return world_.session().front_end.Driver(); }
-  [[nodiscard]] test::Random& random() { return world_.random(); }
-  [[nodiscard]] forms::Form& Window(std::string_view name) { return *world_.application().FindForm(name); }
+  [[nodiscard]] forms::FrontEndDriver& driver() { return world_.driver(); }
+  [[nodiscard]] Random& random() { return world_.random(); }
 
   SoakWorld& world_;
   int depth_ = 0;  // of modal windows

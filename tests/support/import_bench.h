@@ -26,36 +26,20 @@ class NoLog final : public ports::LoggingComponent {
   void LineEntry(const base::LogSource& /*source*/, std::string_view /*message*/) override {}
 };
 
-/// Passes everything on and tells of what changes on the screen.
-class WatchedHost final : public forms::FormHost {
+/// Tells of what changes on the screen.
+class WatchedHost final : public adapters::HeadlessFormHost {
  public:
   std::function<void(const forms::Control&)> on_control_changed;
   std::function<void()> on_pause;
 
-  forms::WindowHandle Load(forms::Form& form) override { return inner_.Load(form); }
-  void Unload(forms::Form& form) override { inner_.Unload(form); }
-  void Show(forms::Form& form) override { inner_.Show(form); }
-  void Hide(forms::Form& form) override { inner_.Hide(form); }
-  void ShowModal(forms::Form& form, forms::Form* owner) override { inner_.ShowModal(form, owner); }
-  void WindowChanged(forms::Form& form) override { inner_.WindowChanged(form); }
   void ControlChanged(forms::Form& form, forms::Control& control) override {
-    inner_.ControlChanged(form, control);
+    HeadlessFormHost::ControlChanged(form, control);
     if (on_control_changed) on_control_changed(control);
   }
-  void MenuChanged(forms::Form& form, forms::MenuItem& parent) override { inner_.MenuChanged(form, parent); }
-  void FocusControl(forms::Form& form, forms::Control& control) override {
-    inner_.FocusControl(form, control);
-  }
-  void PopupMenu(forms::Form& form, forms::MenuItem& menu) override { inner_.PopupMenu(form, menu); }
-  [[nodiscard]] forms::ScreenSize Screen() const override { return inner_.Screen(); }
-  void SetPointer(forms::Pointer pointer) override { inner_.SetPointer(pointer); }
   void DoEvents() override {
-    inner_.DoEvents();
+    HeadlessFormHost::DoEvents();
     if (on_pause) on_pause();
   }
-
- private:
-  adapters::HeadlessFormHost inner_;
 };
 
 /// The import with its window, everything around it and no other part of the application.

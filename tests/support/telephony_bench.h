@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "core/messages.h"
 #include "core/registry_settings_module.h"
 #include "core/shared_functions.h"
+#include "exchange/exchange.h"
 #include "ports/memory_settings_store.h"
 #include "support/latin1_code_page.h"
 #include "support/log_capture.h"
@@ -16,51 +18,28 @@
 
 namespace kestro::test {
 
-/// Line functions of one device that deliver given bytes as structures. They
+/// An exchange with one device that delivers given bytes as structures. They
 /// are copied over the start of the caller's buffer.
-class ByteLineFunctions final : public ports::LineFunctions {
+class ByteLineFunctions final : public exchange::Exchange {
  public:
+  ByteLineFunctions() : Exchange([](const std::function<void()>& task) { task(); }) { AddDevice({}); }
+
   std::vector<std::uint8_t> call_info;
   std::vector<std::uint8_t> dev_caps;
   std::vector<std::uint8_t> translate_output;
-  std::string transferred_to;
 
-  ports::LineResult Initialize(ports::LineHandle& application, ports::LineCallback, std::string_view,
-                               std::uint32_t& device_count) override {
-    application = 1;
-    device_count = 1;
-    return 0;
-  }
-  ports::LineResult NegotiateApiVersion(ports::LineHandle, std::uint32_t, std::uint32_t,
-                                        std::uint32_t highest, std::uint32_t& version) override {
-    version = highest;
-    return 0;
-  }
   ports::LineResult GetDevCaps(ports::LineHandle, std::uint32_t, std::uint32_t, std::uint32_t,
                                std::span<std::uint8_t> buffer) override {
     return Copy(dev_caps, buffer);
   }
-  ports::LineResult Open(ports::LineHandle, std::uint32_t, ports::LineHandle& line, std::uint32_t,
-                         std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t) override {
-    line = 2;
-    return 0;
-  }
-  ports::LineResult SetStatusMessages(ports::LineHandle, std::uint32_t, std::uint32_t) override { return 0; }
   ports::LineResult GetCallInfo(ports::CallHandle, std::span<std::uint8_t> buffer) override {
     return Copy(call_info, buffer);
   }
-  ports::LineResult Drop(ports::CallHandle, std::string_view, std::uint32_t) override { return 1; }
-  ports::LineResult DeallocateCall(ports::CallHandle) override { return 0; }
   ports::LineResult TranslateAddress(ports::LineHandle, std::uint32_t, std::uint32_t, std::string_view,
                                      std::uint32_t, std::uint32_t, std::span<std::uint8_t> buffer) override {
     return Copy(translate_output, buffer);
   }
-  ports::LineResult BlindTransfer(ports::CallHandle, std::string_view address, std::uint32_t) override {
-    transferred_to = address;
-    return 2;
-  }
-  ports::LineResult Close(ports::LineHandle) override { return 0; }
-  ports::LineResult Shutdown(ports::LineHandle) override { return 0; }
+  ports::LineResult BlindTransfer(ports::CallHandle, std::string_view, std::uint32_t) override { return 2; }
 
  private:
   static ports::LineResult Copy(const std::vector<std::uint8_t>& bytes, std::span<std::uint8_t> buffer) {

@@ -15,7 +15,7 @@ namespace kestro::adapters {
 /// windows are there, in front, modal, where the keyboard is) and nothing more.
 /// A window becomes active, and learns it, as soon as it is shown or brought to
 /// the front; when the active window goes, the one behind it becomes active.
-class HeadlessFormHost final : public forms::FormHost {
+class HeadlessFormHost : public forms::FormHost {
  public:
   void SetScreen(forms::ScreenSize screen) { screen_ = screen; }
   /// Runs the task from the event loop: at the next DoEvents, or while a modal window waits.

@@ -9,7 +9,7 @@
 namespace kestro::adapters {
 
 /// The front end that draws nothing, for the scenario player.
-class HeadlessFrontEnd final : public scenario::FrontEnd {
+class HeadlessFrontEnd : public scenario::FrontEnd {
  public:
   [[nodiscard]] forms::FormHost& Host() override { return host_; }
   [[nodiscard]] forms::FrontEndDriver& Driver() override { return driver_; }

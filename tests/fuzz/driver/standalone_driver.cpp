@@ -1,24 +1,22 @@
 // A fuzz engine for compilers that bring none: runs LLVMFuzzerTestOneInput on the corpus and then on
 // seeded mutations of it. Equal seeds give equal inputs.
 //
-//   fuzz_x [-runs=N] [-seed=S] [-max_len=BYTES] [-timeout=SECONDS] [FILE|FOLDER ...]
+//   fuzz_x [-runs=N] [-seed=S] [-timeout=SECONDS] [FILE|FOLDER ...]
 //
 // N counts all inputs, those of the corpus included. The options are those of the compilers' own engines.
 //
-// An input that fails (an exception, a sanitizer report, a crash, a run that exceeds the time-out) is
-// written to crash-SEED-RUN in the current folder; passing that file as the corpus repeats it. Exit status:
-// 0 no failure, 1 a failure, 2 wrong arguments or an unreadable corpus.
+// Each input is written to running-SEED in the current folder before it is run: there it stays when it kills
+// the process (a sanitizer report, a crash, a run that exceeds the time-out). One that ends with an exception
+// is left in crash-SEED-RUN. Passing that file as the corpus repeats it. Exit status: 0 no failure, 1 a
+// failure, 2 wrong arguments or an unreadable corpus; or what the process was killed by.
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <csignal>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <exception>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -32,78 +30,37 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-// The sanitizers own these names, reserved as they are.
-// NOLINTBEGIN(bugprone-reserved-identifier)
-
-// Their run time defines it; in a build without them it is null.
-extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
-
-// GCC's undefined-behaviour run time does not call the callback above; an abort it does announce.
+// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizer owns this name, reserved as it is
 extern "C" const char* __ubsan_default_options();
-extern "C" const char* __ubsan_default_options() { return "abort_on_error=1:print_stacktrace=1"; }
-
+extern "C" const char* __ubsan_default_options() { return "print_stacktrace=1"; }
 // NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 
-using Input = std::vector<std::uint8_t>;
+using Input = std::string;  // of bytes
 
 constexpr unsigned kMaxReportedFailures = 10;
+constexpr std::size_t kMaxLength = 4096;  // bytes of a mutation; a longer corpus file is used in full
 
 struct Options {
   std::uint64_t runs = 10'000;
   std::uint64_t seed = 1;
-  std::uint64_t max_length = 4096;     // bytes; a longer corpus file is used in full
   std::uint64_t timeout_seconds = 20;  // for one input
   std::vector<std::filesystem::path> corpus;
 };
 
-// What a dying process must still be able to write down, hence not local to main and not a class:
-// signal handlers read it. `g_input` does not own.
-const std::uint8_t* g_input = nullptr;
-std::size_t g_input_size = 0;
-std::array<char, 64> g_crash_file{};
-
-// Only calls that are allowed in a signal handler.
-void WriteText(const char* text) {
-  const ssize_t written = ::write(STDERR_FILENO, text, std::strlen(text));
-  static_cast<void>(written);  // there is nobody left to tell
-}
-
-void SaveCurrentInput() {
-  if (g_input == nullptr) return;
-  const int file = ::open(g_crash_file.data(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  std::size_t done = 0;
-  while (file >= 0 && done < g_input_size) {
-    const ssize_t written = ::write(file, g_input + done, g_input_size - done);
-    if (written <= 0) break;
-    done += static_cast<std::size_t>(written);
-  }
-  if (file >= 0) ::close(file);
-  WriteText(file >= 0 && done == g_input_size ? "input written to " : "INPUT COULD NOT BE WRITTEN to ");
-  WriteText(g_crash_file.data());
-  WriteText("\n");
-}
-
-void OnSignal(int signal_number) {
-  WriteText(signal_number == SIGALRM ? "the time-out of one input passed\n"
-                                     : "the process is killed by a signal\n");
-  SaveCurrentInput();
-  std::signal(signal_number, SIG_DFL);
-  if (signal_number == SIGALRM) ::_exit(1);
-  std::raise(signal_number);
+void WriteInput(const std::filesystem::path& path, const Input& input) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(input.data(), static_cast<std::streamsize>(input.size()));
+  if (!file.flush()) throw std::runtime_error(path.string() + " cannot be written");
 }
 
 // Runs one input; a report line when it ended with an exception.
-std::optional<std::string> RunOne(const Input& input, const Options& options, std::uint64_t run) {
+std::optional<std::string> RunOne(const Input& input, const Options& options) {
   // A heap block of exactly this size, so that a read one byte behind the end is seen.
   const std::vector<std::uint8_t> exact(input.begin(), input.end());
-  g_input = exact.data();
-  g_input_size = exact.size();
-  std::snprintf(g_crash_file.data(), g_crash_file.size(), "crash-%llu-%llu",
-                static_cast<unsigned long long>(options.seed), static_cast<unsigned long long>(run));
-  ::alarm(static_cast<unsigned>(options.timeout_seconds));
   std::optional<std::string> failure;
+  ::alarm(static_cast<unsigned>(options.timeout_seconds));
   try {
     if (LLVMFuzzerTestOneInput(exact.data(), exact.size()) != 0) failure = "a result other than 0";
   } catch (const std::exception& error) {
@@ -112,15 +69,13 @@ std::optional<std::string> RunOne(const Input& input, const Options& options, st
     failure = "an exception of an unknown type left the target";
   }
   ::alarm(0);
-  if (failure) SaveCurrentInput();
-  g_input = nullptr;
   return failure;
 }
 
 // Small random changes of one input, several in a row.
 class Mutator {
  public:
-  Mutator(std::uint64_t seed, std::size_t max_length) : random_(seed), max_length_(max_length) {}
+  explicit Mutator(std::uint64_t seed) : random_(seed) {}
 
   std::size_t Below(std::size_t bound) {
     // Not std::uniform_int_distribution: its results differ between libraries.
@@ -156,11 +111,11 @@ class Mutator {
   void ChangeByte(Input& input) {
     static constexpr std::string_view kBytes{"\0\x01\x7F\x80\xFF\r\n\t \";,\\'%0-+9A=<>/\xC3\xE2", 26};
     if (input.empty()) return;
-    std::uint8_t& byte = input[Below(input.size())];
+    char& byte = input[Below(input.size())];
     const std::size_t kind = Below(3);
-    if (kind == 0) byte = static_cast<std::uint8_t>(byte ^ (1U << Below(8)));
-    if (kind == 1) byte = static_cast<std::uint8_t>(kBytes[Below(kBytes.size())]);
-    if (kind == 2) byte = static_cast<std::uint8_t>(Below(256));
+    if (kind == 0) byte = static_cast<char>(byte ^ (1 << Below(8)));
+    if (kind == 1) byte = kBytes[Below(kBytes.size())];
+    if (kind == 2) byte = static_cast<char>(Below(256));
   }
 
   // Sizes and offsets in binary records are little-endian 32-bit words: an interesting one, the word that is
@@ -180,53 +135,44 @@ class Mutator {
   }
 
   void Extend(Input& input) {
-    if (input.size() >= max_length_) return;
-    const std::size_t room = max_length_ - input.size();
-    const std::size_t count = 1 + Below(std::min<std::size_t>(room, Below(8) == 0 ? room : 16));
+    if (input.size() >= kMaxLength) return;
+    const std::size_t room = kMaxLength - input.size();
+    const std::size_t count = 1 + Below(Below(8) == 0 ? room : std::min<std::size_t>(room, 16));
     const std::size_t kinds = Below(2) == 0 ? 1 : 256;  // all the same, or any
     const std::size_t first = Below(256);
-    for (std::size_t i = 0; i < count; ++i) input.push_back(static_cast<std::uint8_t>(first + Below(kinds)));
+    for (std::size_t i = 0; i < count; ++i) input.push_back(static_cast<char>(first + Below(kinds)));
   }
 
   void RemoveOrRepeatPart(Input& input) {
     if (input.empty()) return;
     const std::size_t at = Below(input.size());
-    const auto first = input.begin() + static_cast<std::ptrdiff_t>(at);
-    const auto last =
-        first + static_cast<std::ptrdiff_t>(1 + Below(std::min<std::size_t>(input.size() - at, 64)));
+    const std::size_t count = 1 + Below(std::min<std::size_t>(input.size() - at, 64));
     if (Below(2) == 0) {
-      input.erase(first, last);
+      input.erase(at, count);
       return;
     }
-    const Input part(first, last);
-    input.insert(input.begin() + static_cast<std::ptrdiff_t>(Below(input.size() + 1)), part.begin(),
-                 part.end());
-    input.resize(std::min(input.size(), std::max(max_length_, input.size() - part.size())));
+    const Input part = input.substr(at, count);
+    input.insert(Below(input.size() + 1), part);
+    input.resize(std::min(input.size(), std::max(kMaxLength, input.size() - count)));
   }
 
   // The head of one input and the tail of another.
   void Splice(Input& input, const Input& other) {
     input.resize(Below(input.size() + 1));
-    input.insert(input.end(), other.begin() + static_cast<std::ptrdiff_t>(Below(other.size() + 1)),
-                 other.end());
-    input.resize(std::min(input.size(), max_length_));
+    input += other.substr(Below(other.size() + 1));
+    input.resize(std::min(input.size(), kMaxLength));
   }
 
   std::mt19937_64 random_;
-  std::size_t max_length_;
 };
 
 // Ends with an exception when a file or a folder cannot be read.
 std::vector<Input> ReadCorpus(const std::vector<std::filesystem::path>& paths) {
   std::vector<std::filesystem::path> files;
   for (const std::filesystem::path& path : paths) {
-    if (!std::filesystem::is_directory(path)) {
-      files.push_back(path);
-      continue;
-    }
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(path)) {
-      if (entry.is_regular_file()) files.push_back(entry.path());
-    }
+    const bool is_folder = std::filesystem::is_directory(path);
+    if (is_folder) std::copy(std::filesystem::directory_iterator(path), {}, std::back_inserter(files));
+    if (!is_folder) files.push_back(path);
   }
   std::sort(files.begin(), files.end());  // a folder lists its files in any order; runs are to be repeatable
   std::vector<Input> corpus;
@@ -241,10 +187,8 @@ std::vector<Input> ReadCorpus(const std::vector<std::filesystem::path>& paths) {
 
 Options ParseArguments(int argc, char** argv) {
   Options options;
-  const std::pair<std::string_view, std::uint64_t&> numbers[] = {{"-runs=", options.runs},
-                                                                 {"-seed=", options.seed},
-                                                                 {"-max_len=", options.max_length},
-                                                                 {"-timeout=", options.timeout_seconds}};
+  const std::pair<std::string_view, std::uint64_t&> numbers[] = {
+      {"-runs=", options.runs}, {"-seed=", options.seed}, {"-timeout=", options.timeout_seconds}};
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];
     if (!argument.starts_with('-')) {
@@ -262,42 +206,37 @@ Options ParseArguments(int argc, char** argv) {
   return options;
 }
 
-void CatchDeath() {
-  if (__sanitizer_set_death_callback != nullptr) {
-    __sanitizer_set_death_callback(SaveCurrentInput);
-  } else {
-    for (const int signal_number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) std::signal(signal_number, OnSignal);
+// The number of failures, each of which is reported.
+unsigned RunAll(const Options& options, const std::vector<Input>& corpus) {
+  const std::string seed = std::to_string(options.seed);
+  const std::filesystem::path running = "running-" + seed;
+  Mutator mutator(options.seed);
+  unsigned failures = 0;
+  std::uint64_t run = 0;
+  for (; run < options.runs && failures < kMaxReportedFailures; ++run) {
+    const Input input = run < corpus.size() ? corpus[static_cast<std::size_t>(run)]
+                                            : mutator.Mutate(corpus[mutator.Below(corpus.size())], corpus);
+    WriteInput(running, input);
+    const std::optional<std::string> failure = RunOne(input, options);
+    if (!failure) continue;
+    ++failures;
+    const std::string left = "crash-" + seed + "-" + std::to_string(run);
+    std::filesystem::rename(running, left);
+    std::fprintf(stderr, "%s (%zu bytes): %s\n", left.c_str(), input.size(), failure->c_str());
   }
-  std::signal(SIGABRT, OnSignal);
-  std::signal(SIGALRM, OnSignal);
+  std::filesystem::remove(running);
+  std::printf("%llu runs, %u failures\n", static_cast<unsigned long long>(run), failures);
+  return failures;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  Options options;
-  std::vector<Input> corpus;
   try {
-    options = ParseArguments(argc, argv);
-    corpus = ReadCorpus(options.corpus);
+    const Options options = ParseArguments(argc, argv);
+    return RunAll(options, ReadCorpus(options.corpus)) == 0 ? 0 : 1;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return 2;
   }
-  CatchDeath();
-
-  Mutator mutator(options.seed, options.max_length);
-  unsigned long long failures = 0;
-  unsigned long long run = 0;
-  for (; run < options.runs && failures < kMaxReportedFailures; ++run) {
-    const Input input = run < corpus.size() ? corpus[static_cast<std::size_t>(run)]
-                                            : mutator.Mutate(corpus[mutator.Below(corpus.size())], corpus);
-    if (const std::optional<std::string> failure = RunOne(input, options, run)) {
-      ++failures;
-      std::fprintf(stderr, "run %llu (seed %llu, %zu bytes): %s\n", run,
-                   static_cast<unsigned long long>(options.seed), input.size(), failure->c_str());
-    }
-  }
-  std::printf("%llu runs, %llu failures\n", run, failures);
-  return failures == 0 ? 0 : 1;
 }

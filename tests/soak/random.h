@@ -1,13 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 #include <random>
-#include <span>
-#include <string>
-#include <string_view>
-#include <vector>
 
-namespace kestro::test {
+namespace kestro::soak {
 
 /// Random choices that are the same on every machine for equal seeds.
 class Random {
@@ -32,4 +29,4 @@ class Random {
   std::mt19937_64 engine_;
 };
 
-}  // namespace kestro::test
+}  // namespace kestro::soak
