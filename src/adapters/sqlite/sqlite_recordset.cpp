@@ -159,7 +159,9 @@ std::string SqliteRecordset::Sort() const {
 
 void SqliteRecordset::SetSort(std::string_view sort) {
   sqlite3_stmt* const current = OpenStatement();
-  if (sqlite3_column_count(current) == 0) RaiseDatabaseError("A statement without rows cannot be sorted.");
+  if (sqlite3_column_count(current) == 0 || sqlite3_stmt_readonly(current) == 0) {
+    RaiseDatabaseError("Only a selection can be sorted.");  // anything else would run a second time
+  }
   if (query_.empty()) query_ = statement_.text();
   auto sorted = handle_->statements().Take(sort.empty() ? query_ : SortedQuery(sort));
   Start(std::move(sorted));

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/runtime_error.h"
+#include "support/error_number.h"
 
 namespace kestro::base {
 namespace {
@@ -43,31 +43,19 @@ TEST(TextTest, TrimsSpacesOnly) {
 }
 
 TEST(TextTest, WholeNumbers) {
-  struct Row {
-    std::string_view text;
-    int number;  // of the error, 0 = none
-    std::int32_t value;
-  };
-  for (const Row& row : {Row{" 021 ", 0, 21},
-                         {"-5", 0, -5},
-                         {"+5", 0, 5},
-                         {"2147483647", 0, 2147483647},
-                         {"2147483648", 6, 0},
-                         {"-2147483649", 6, 0},
-                         {"", 13, 0},
-                         {"  ", 13, 0},
-                         {"1 2", 13, 0},
-                         {"12a", 13, 0},
-                         {"+-5", 13, 0},
-                         {"0x10", 13, 0},
-                         {"1.5", 13, 0}}) {
-    try {
-      EXPECT_EQ(ToInt32(row.text), row.value) << row.text;
-      EXPECT_EQ(row.number, 0) << row.text;
-    } catch (const RuntimeError& error) {
-      EXPECT_EQ(error.number(), row.number) << row.text;
+  const std::pair<std::string_view, std::int32_t> numbers[] = {
+      {" 021 ", 21}, {"-5", -5}, {"+5", 5}, {"2147483647", 2147483647}};
+  for (const auto& [text, value] : numbers) {
+    EXPECT_EQ(ToInt32(text), value) << text;
+    EXPECT_EQ(ParseInt32(text), value) << text;
+  }
+  const std::pair<std::int32_t, std::vector<std::string_view>> errors[] = {
+      {6, {"2147483648", "-2147483649"}}, {13, {"", "  ", "1 2", "12a", "+-5", "0x10", "1.5"}}};
+  for (const auto& [error, texts] : errors) {
+    for (const auto text : texts) {
+      EXPECT_EQ(test::ErrorNumberOf([text] { return ToInt32(text); }), error) << text;
+      EXPECT_EQ(ParseInt32(text), std::nullopt) << text;
     }
-    EXPECT_EQ(ParseInt32(row.text).has_value(), row.number == 0) << row.text;
   }
 }
 

@@ -11,6 +11,7 @@
 
 #include "base/runtime_error.h"
 #include "base/text.h"
+#include "contacts/caller_id.h"
 #include "contacts/contact_statements.h"
 #include "contacts/search_hash.h"
 #include "jet/error.h"
@@ -21,12 +22,6 @@ namespace kestro::contacts {
 namespace {
 
 using namespace std::string_view_literals;
-
-std::string Repeated(std::string_view text, std::size_t count) {
-  std::string result;
-  while (count-- > 0) result += text;
-  return result;
-}
 
 class CTIContactsTest : public testing::Test {
  protected:
@@ -45,7 +40,7 @@ class CTIContactsTest : public testing::Test {
   test_support::ContactsDatabase store_;
 };
 
-TEST_F(CTIContactsTest, KeepsEveryProperty) {
+TEST_F(CTIContactsTest, KeepsEveryPropertyUpToItsWidthInCharacters) {
   Contact contact;
   int number = 0;
   for (const auto& property : TextProperties()) {
@@ -55,42 +50,29 @@ TEST_F(CTIContactsTest, KeepsEveryProperty) {
   contact.id_Contact = Component().CreateContact(contact);
   EXPECT_EQ(Component().GetContact(contact.id_Contact), contact);
 
-  for (const auto& property : TextProperties()) property.of(contact) += "changed";
-  contact.PhoneType = {0, 1, 99, -1};
-  const auto untouched = Create("other");
-  Component().UpdateContact(contact);
+  Contact wide = contact;
+  wide.PhoneType = {0, 1, 99, -1};
+  std::string tail;
+  while (tail.size() < 20'000) tail += "é\u0301\U0001F4DE";
+  for (const auto& property : TextProperties()) property.of(wide) += tail;
+  Contact cut = wide;
   for (const auto& property : TextProperties()) {
-    std::string& text = property.of(contact);
+    std::string& text = property.of(cut);
     if (property.width) text = base::FirstCharacters(text, static_cast<std::size_t>(*property.width));
   }
-  EXPECT_EQ(Component().GetContact(contact.id_Contact), contact);
+  const auto untouched = Create("other");
+  Component().UpdateContact(wide);
+  EXPECT_EQ(Component().GetContact(contact.id_Contact), cut);
   EXPECT_EQ(Component().GetContact(untouched)->Name, "other");
-
   Component().DeleteContact(contact.id_Contact);
   EXPECT_EQ(Component().GetContact(contact.id_Contact), std::nullopt);
   EXPECT_NE(Component().GetContact(untouched), std::nullopt);
-}
 
-TEST_F(CTIContactsTest, CutsTextsAtTheirWidthInCharacters) {
-  // The last character that fits takes one, two (with a combining mark behind it) or four bytes.
-  const std::pair<std::string_view, std::string_view> cases[] = {
-      {"é", "x"}, {"é", "ř"}, {"é", "\u0301"}, {"é", "\U0001F4DE"}, {"\U0001F4DE", "\U0001F4DE"}};
-  for (const auto& [other, last] : cases) {
-    Contact contact;
-    for (const auto& property : TextProperties()) {
-      property.of(contact) = Repeated(other, static_cast<std::size_t>(property.width.value_or(3000)) - 1);
-      property.of(contact).append(last).append("\u0302\U0001F4DE beyond");
-    }
-    auto stored = *Component().GetContact(Component().CreateContact(contact));
-    for (const auto& property : TextProperties()) {
-      if (!property.width) {
-        EXPECT_EQ(property.of(stored), property.of(contact)) << property.name;
-        continue;
-      }
-      const auto expected = Repeated(other, static_cast<std::size_t>(*property.width) - 1).append(last);
-      EXPECT_EQ(property.of(stored), expected) << property.name;
-    }
-  }
+  cut.id_Contact = Component().CreateContact(wide);
+  EXPECT_EQ(Component().GetContact(cut.id_Contact), cut);
+  ++cut.id_Contact;
+  Component().CreateContacts({&wide, 1});
+  EXPECT_EQ(Component().GetContact(cut.id_Contact), cut);
 }
 
 TEST_F(CTIContactsTest, RefusesToUpdateAContactThatIsGone) {
@@ -163,6 +145,37 @@ TEST_F(CTIContactsTest, LeavesTheUserFieldNamesWhenStoringFails) {
   EXPECT_THROW(service.StoreUserFieldNames({"refused", "", "", ""}), base::RuntimeError);
   files.before_change = [] {};
   EXPECT_EQ(service.GetUserFieldNames(), names);
+}
+
+TEST(CallerIdTest, InternationalForm) {
+  for (const auto& [given, expected] : {std::pair{"", ""},
+                                        {"   ", ""},
+                                        {"5", "5"},
+                                        {"0", "0"},
+                                        {"+", "+"},
+                                        {"12", "+42012"},
+                                        {"00", "+4200"},
+                                        {"001", "+1"},
+                                        {"101", "+420101"},
+                                        {"00421234567", "+421234567"},
+                                        {"+420602111222", "+420602111222"},
+                                        {"602111222", "+420602111222"},
+                                        {" 0602111222 ", "+420602111222"},
+                                        {"0602 11", "+420602 11"},
+                                        {"ž1", "+420ž1"},
+                                        {"ž", "ž"}}) {
+    EXPECT_EQ(InternationalCallerId(given), expected) << given;
+  }
+}
+
+TEST(CallerIdTest, SeparatorsAreRemovedFirst) {
+  for (const auto& [given, expected] : {std::pair{"(0602) 111-222/3", "+4206021112223"},
+                                        {"00 421 / 2 345.67", "+421234567"},
+                                        {"+420 602\\111 222", "+420602111222"},
+                                        {" - ", ""},
+                                        {"602\t111", "+420602\t111"}}) {
+    EXPECT_EQ(InternationalCallerIdFromText(given), expected) << given;
+  }
 }
 
 }  // namespace

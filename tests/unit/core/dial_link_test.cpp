@@ -1,16 +1,21 @@
 #include "core/dial_link.h"
 
+#include <vector>
+
 #include <gtest/gtest.h>
+
+#include "core/dialling.h"
+#include "scenario/recording_dialling.h"
+#include "support/error_number.h"
 
 namespace kestro {
 namespace {
 
+using namespace std::string_view_literals;
+
 TEST(DialLink, OnlyPlainNumbersAreTaken) {
   const std::string longest(core::kMostLinkDigits, '7');
-  const struct {
-    std::string link;
-    std::string number;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"tel:602111222", "602111222"},
       {"TEL:+420602111222", "+420602111222"},
       {"CallTo:+420-602.111.222", "+420602111222"},
@@ -23,41 +28,24 @@ TEST(DialLink, OnlyPlainNumbersAreTaken) {
       {"tel:602" + std::string(249, '-'), "602"},
       {"tel:+" + longest, "+" + longest},
   };
-  for (const auto& entry : cases) EXPECT_EQ(entry.number, core::NumberOfLink(entry.link)) << entry.link;
+  for (const auto& [link, number] : cases) EXPECT_EQ(number, core::NumberOfLink(link)) << link;
 }
 
 TEST(DialLink, HostileAndBrokenOnesAreRefused) {
-  const std::string tel = "tel:";
-  const std::string links[] = {tel + std::string(core::kMostLinkDigits + 1, '7'),
-                               tel + "602" + std::string(250, '-'),
-                               "",
-                               "tel",
-                               "tel:",
-                               "tel:+",
-                               "tel:;ext=21",
-                               "tel:--",
-                               "http:602111222",
-                               " tel:602",
-                               "tel:*21*602111222%23",
-                               "tel:602#",
-                               "tel:602%",
-                               "tel:602%2",
-                               "tel:602%zz",
-                               "tel:602%252D" /* decoded once only */,
-                               "tel:602%00",
-                               "tel:602%0A603",
-                               "tel:602%3Bext",
-                               "tel:602\n603",
-                               "tel:602 111" /* a raw blank does not belong in a link */,
-                               std::string("tel:602\0", 8),
-                               "tel:602;x=\x1b[2J",
-                               "tel:602+603",
-                               "tel:++602",
-                               "tel:alice",
-                               "callto:602?call",
-                               "tel:\u0666\u0660" /* digits of another script */,
-                               "tel:\uFF16"};
-  for (const auto& link : links) EXPECT_EQ("", core::NumberOfLink(link)) << link;
+  for (const std::string_view link : {"", "tel", "http:602111222", " tel:602", "callto:602?call"}) {
+    EXPECT_EQ("", core::NumberOfLink(link)) << link;
+  }
+  // What is escaped is decoded once only; a raw blank does not belong in a link, nor do digits of other
+  // scripts.
+  for (const std::string_view rest :
+       {""sv,          "+"sv,        ";ext=21"sv,      "--"sv,       "*21*602111222%23"sv, "602#"sv,
+        "602%"sv,      "602%2"sv,    "602%zz"sv,       "602%252D"sv, "602%00"sv,           "602%0A603"sv,
+        "602%3Bext"sv, "602\n603"sv, "602 111"sv,      "602\0"sv,    "602;x=\x1b[2J"sv,    "602+603"sv,
+        "++602"sv,     "alice"sv,    "\u0666\u0660"sv, "\uFF16"sv}) {
+    EXPECT_EQ("", core::NumberOfLink("tel:" + std::string(rest))) << rest;
+  }
+  EXPECT_EQ("", core::NumberOfLink("tel:" + std::string(core::kMostLinkDigits + 1, '7')));
+  EXPECT_EQ("", core::NumberOfLink("tel:602" + std::string(250, '-')));
 }
 
 TEST(DialLink, OnlyItsOwnSchemesAreLinks) {
@@ -65,6 +53,29 @@ TEST(DialLink, OnlyItsOwnSchemesAreLinks) {
   for (const char* text : {"", "tel", "--demo", "telx:1", "xtel:1", "sip:1"}) {
     EXPECT_FALSE(core::IsDialLink(text)) << text;
   }
+}
+
+TEST(Dialling, ControlCharactersAreRefusedBeforeAnythingIsMade) {
+  std::vector<std::string> lines;
+  scenario::Transcript transcript([&](std::string_view line) { lines.emplace_back(line); });
+  scenario::RecordingDialling objects(transcript);
+  core::Dialling dialling(objects);
+  const auto error_of = [&](const std::string& number) {
+    return test::ErrorNumberOf([&] { dialling.Dial(number); });
+  };
+  // Anything else reaches the object as it stands.
+  EXPECT_EQ(0, error_of("\"quoted\" $(x) ; `y` žluťoučký"));
+  EXPECT_EQ(std::vector<std::string>{R"(dial "\"quoted\" $(x) ; `y` žluťoučký")"}, lines);
+  objects.SetDialObject(scenario::DialObject::kMissing);
+  EXPECT_EQ(429, error_of("602"));
+  for (const char control : {'\0', '\n', '\r', '\t', '\x1b', '\x7f'}) {
+    EXPECT_EQ(5, error_of(std::string("602") + control)) << int{control};
+    EXPECT_EQ(5, error_of(control + std::string("602"))) << int{control};
+  }
+  EXPECT_EQ(5, error_of("602\xc2\x85")) << "the next line";
+  EXPECT_EQ(5, error_of("\xe2\x80\xa8"
+                        "602"))
+      << "a separator of lines";
 }
 
 }  // namespace

@@ -26,18 +26,16 @@ TEST_F(LocalizationTest, FillsPlaceholdersFromLeftToRight) {
             "Database file a is read only.bFile attributes must allow writing.");
 }
 
-TEST_F(LocalizationTest, AnIdentifierWithoutTextIsAnError) {
-  for (const auto& [id, number] :
-       {std::pair{"111", 326}, {"99", 326}, {"", 13}, {"1O3", 13}, {"99999999999", 6}}) {
-    try {
-      (void)texts.GetLocalizedString(id);
-      FAIL() << id;
-    } catch (const base::RuntimeError& error) {
-      EXPECT_EQ(error.number(), number) << id;
-      if (number == 326) {
-        EXPECT_EQ(error.description(), std::string("Text ") + id + " is not in the catalogue");
-      }
-    }
+TEST_F(LocalizationTest, ATextIdentifierWithoutTextIsAnError) {
+  const std::tuple<const char*, int, const char*> cases[] = {{"111", 326, "Text 111 is not in the catalogue"},
+                                                             {"99", 326, "Text 99 is not in the catalogue"},
+                                                             {"", 13, "Type mismatch"},
+                                                             {"1O3", 13, "Type mismatch"},
+                                                             {"99999999999", 6, "Overflow"}};
+  for (const auto& [id, number, description] : cases) {
+    EXPECT_THROW(static_cast<void>(texts.GetLocalizedString(id)), base::RuntimeError) << id;
+    EXPECT_EQ(capture.lines.back(), "ERROR " + std::to_string(number) +
+                                        " KESTROCTI.Localization.GetLocalizedString:: | " + description);
   }
 }
 

@@ -13,24 +13,17 @@ std::string Png(const std::string& size) { return "\x89PNG\r\n\x1A\n\0\0\0\x0DIH
 std::string Bitmap(const std::string& size) { return "BM"s + std::string(16, '\0') + size; }
 
 TEST(PictureSizeTest, EveryKindTellsItsSize) {
-  struct Row {
-    std::string start;
-    std::uint32_t width;
-    std::uint32_t height;
-  };
-  for (const Row& row :
-       {Row{Png("\0\0\x01\x02\0\0\0\x03"s), 0x102, 3},
-        {"GIF87a\x02\x01\x03\x00"s, 0x102, 3},
-        {"GIF89a\x02\x01\x03\x00"s, 0x102, 3},
-        {Bitmap("\x02\x01\0\0\x03\0\0\0"s), 0x102, 3},
-        {Bitmap("\x02\x01\0\0\xFD\xFF\xFF\xFF"s), 0x102, 3},  // from the top down
-        {"\xFF\xD8\xFF\xE0\x00\x04xx\xFF\xC4\x00\x03x\xFF\xFF\xC2\x00\x11\x08\x00\x03\x01\x02"s, 0x102, 3}}) {
-    const auto size = ReadPictureSize(row.start);
-    ASSERT_TRUE(size) << row.start;
-    EXPECT_EQ(size->width, row.width);
-    EXPECT_EQ(size->height, row.height);
-    for (std::size_t length = 0; length < row.start.size(); ++length) {
-      EXPECT_FALSE(ReadPictureSize(row.start.substr(0, length))) << length;
+  // All are 258 pixels wide and 3 high; the second bitmap goes from the top down.
+  for (const std::string& start :
+       {Png("\0\0\x01\x02\0\0\0\x03"s), "GIF87a\x02\x01\x03\x00"s, "GIF89a\x02\x01\x03\x00"s,
+        Bitmap("\x02\x01\0\0\x03\0\0\0"s), Bitmap("\x02\x01\0\0\xFD\xFF\xFF\xFF"s),
+        "\xFF\xD8\xFF\xE0\x00\x04xx\xFF\xC4\x00\x03x\xFF\xFF\xC2\x00\x11\x08\x00\x03\x01\x02"s}) {
+    const auto size = ReadPictureSize(start);
+    ASSERT_TRUE(size) << start;
+    EXPECT_EQ(size->width, 0x102U);
+    EXPECT_EQ(size->height, 3U);
+    for (std::size_t length = 0; length < start.size(); ++length) {
+      EXPECT_FALSE(ReadPictureSize(start.substr(0, length))) << length;
     }
   }
 }

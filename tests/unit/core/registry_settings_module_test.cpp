@@ -19,7 +19,7 @@ class UnreadableStore final : public ports::SettingsStore {
   std::int32_t SetValue(std::string_view, std::string_view, std::string_view) override { return 0; }
 };
 
-TEST(RegistrySettingsModuleTest, AFailingStoreIsNotedAndNoError) {
+TEST(RegistrySettings, AFailingSettingsStoreIsNotedAndNoError) {
   test::LogCapture capture;
   LogModule log(capture);
   ports::MemorySettingsStore store;

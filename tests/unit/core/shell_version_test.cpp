@@ -5,14 +5,14 @@
 #include "scenario/scripted_shell_information.h"
 #include "support/log_capture.h"
 
-namespace kestro::core::Functions {
+namespace kestro::core {
 namespace {
 
-TEST(ShellVersionTest, DecidesOnBalloonsAndTheRecordsSize) {
+TEST(ShellVersion, TheShellsVersionDecidesOnBalloonsAndTheRecordsSize) {
   test::LogCapture capture;
   LogModule log(capture);
   scenario::ScriptedShellInformation shell;
-  ShellVersion version(log, shell);
+  Functions::ShellVersion version(log, shell);
   const struct {
     std::uint8_t major;
     std::uint8_t minor;
@@ -31,4 +31,4 @@ TEST(ShellVersionTest, DecidesOnBalloonsAndTheRecordsSize) {
 }
 
 }  // namespace
-}  // namespace kestro::core::Functions
+}  // namespace kestro::core

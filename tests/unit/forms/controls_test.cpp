@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include "adapters/headless/headless_foreground_windows.h"
 #include "adapters/headless/headless_form_host.h"
 #include "base/runtime_error.h"
 #include "forms/grid.h"
 #include "forms/key.h"
+#include "forms/keyboard_focus.h"
 
 namespace kestro::forms {
 namespace {
@@ -86,26 +88,64 @@ TEST_F(Controls, AToolBarKnowsWhatCanBePressed) {
 }
 
 TEST(Key, ReadsModifiersAndNames) {
-  const struct {
-    const char* written;
-    std::optional<Key> key;
-  } cases[] = {
-      {"Del", Key{false, false, false, "Del"}},
-      {"Ctrl+Shift+N", Key{true, false, true, "N"}},
-      {"Alt+F12", Key{false, true, false, "F12"}},
-      {"Shift+Enter", Key{false, false, true, "Enter"}},
-      {"Ctrl+0", Key{true, false, false, "0"}},
-      {"N", std::nullopt},        // a text
-      {"Shift+N", std::nullopt},  // a text, too
-      {"Ctrl+n", std::nullopt},
-      {"Ctrl+", std::nullopt},
-      {"Ctrl", std::nullopt},
-      {"F13", std::nullopt},
-      {"del", std::nullopt},
-      {"Del ", std::nullopt},
-      {"", std::nullopt},
-  };
-  for (const auto& test : cases) EXPECT_EQ(ParseKey(test.written), test.key) << test.written;
+  const std::pair<const char*, Key> cases[] = {{"Del", {false, false, false, "Del"}},
+                                               {"Ctrl+Shift+N", {true, false, true, "N"}},
+                                               {"Alt+F12", {false, true, false, "F12"}},
+                                               {"Shift+Enter", {false, false, true, "Enter"}},
+                                               {"Ctrl+0", {true, false, false, "0"}}};
+  for (const auto& [written, key] : cases) EXPECT_EQ(ParseKey(written), key) << written;
+  // A single letter, also a large one, is a text.
+  for (const char* const written : {"N", "Shift+N", "Ctrl+n", "Ctrl+", "Ctrl", "F13", "del", "Del ", ""}) {
+    EXPECT_EQ(ParseKey(written), std::nullopt) << written;
+  }
+}
+
+TEST_F(Controls, TheKeyboardGoesOnToTheNextOneAndFromTheEndToTheFront) {
+  Label label(form_, nullptr, "label");
+  TextBox first(form_, nullptr, "first");
+  Button second(form_, nullptr, "second");
+  CheckBox third(form_, nullptr, "third");
+  EXPECT_EQ(&first, KeyboardPlaceFrom(form_, nullptr)) << "a label takes no keyboard";
+  EXPECT_EQ(&second, KeyboardPlaceFrom(form_, &second));
+  second.SetEnabled(false);
+  EXPECT_EQ(&third, KeyboardPlaceFrom(form_, &second));
+  third.SetVisible(false);
+  EXPECT_EQ(&first, KeyboardPlaceFrom(form_, &third));
+  first.SetEnabled(false);
+  EXPECT_EQ(nullptr, KeyboardPlaceFrom(form_, &first));
+}
+
+class SampleForm final : public Form {
+ public:
+  SampleForm(FormHost& host, std::string_view name) : Form(host, name, 1000, 1000) {}
+
+  int activations = 0;
+
+ private:
+  void Form_Activate() override { ++activations; }
+};
+
+TEST_F(Controls, TheForegroundGoesToShownWindows) {
+  adapters::HeadlessForegroundWindows foreground{host_};
+  SampleForm form{host_, "window"};
+  SampleForm other{host_, "other"};
+  form.Show();
+  other.Show();
+  EXPECT_EQ(foreground.GetForegroundWindow(), other.handle());
+  EXPECT_TRUE(foreground.SetForegroundWindow(form.handle()));
+  EXPECT_EQ(foreground.GetForegroundWindow(), form.handle());
+  EXPECT_EQ(form.activations, 2);
+  EXPECT_TRUE(foreground.SetForegroundWindow(form.handle()));
+  EXPECT_EQ(form.activations, 2);  // it was active already
+  form.Hide();
+  EXPECT_FALSE(foreground.SetForegroundWindow(form.handle()));
+  EXPECT_EQ(foreground.GetForegroundWindow(), other.handle());
+  EXPECT_EQ(other.activations, 2);
+  other.SetWindowState(WindowState::kMinimized);
+  EXPECT_TRUE(foreground.IsIconic(other.handle()));
+  foreground.ShowWindowCommand(other.handle(), ports::ForegroundWindows::kRestore);
+  EXPECT_FALSE(foreground.IsIconic(other.handle()));
+  EXPECT_FALSE(foreground.SetForegroundWindow(99));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "import/contacts_import.h"
 
-#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -12,12 +11,15 @@
 #include "support/no_files.h"
 #include "support/passing_command.h"
 #include "unit/support/contacts_database.h"
+#include "unit/support/stepping_clock.h"
+#include "unit/support/text_file.h"
 
 namespace kestro::import {
 namespace {
 
 using test::ImportBench;
 using test_support::ContactsDatabase;
+using test_support::TextFile;
 using Texts = std::vector<std::string>;
 
 /// Refuses to store contacts of one name.
@@ -57,41 +59,13 @@ class OneFile final : public test::NoFiles {
   std::function<std::unique_ptr<ports::FileReader>()> open;
 };
 
-/// A text, then what `behind` does.
-class Text final : public ports::FileReader {
- public:
-  explicit Text(std::string text, std::function<std::size_t()> behind = {})
-      : text_(std::move(text)), behind_(std::move(behind)) {}
-  std::size_t Read(std::span<char> block) override {
-    if (text_.empty()) return behind_ ? behind_() : 0;
-    const std::size_t count = std::min(block.size(), text_.size());
-    std::memcpy(block.data(), text_.data(), count);
-    text_.erase(0, count);
-    return count;
-  }
-
- private:
-  std::string text_;
-  std::function<std::size_t()> behind_;
-};
-
 std::unique_ptr<ports::FileReader> OpenText(std::string text) {
-  return std::make_unique<Text>(std::move(text));
+  return std::make_unique<TextFile>(std::move(text));
 }
 
 [[noreturn]] std::size_t FailToRead() {
   throw base::RuntimeError(base::kPathAccessError, "Path/File access error");
 }
-
-/// Every look takes as long as the test says.
-class SteppingClock final : public ports::Clock {
- public:
-  std::chrono::system_clock::time_point Now() const override { return now_ += step; }
-  std::chrono::milliseconds step{0};
-
- private:
-  mutable std::chrono::system_clock::time_point now_;
-};
 
 std::string NumberedLines(int count) {
   std::string text;
@@ -139,7 +113,7 @@ class ContactsImportTest : public testing::Test {
   ContactsDatabase book_;
   test::WrappedDatabase<RefusingCommand, std::string> database_{book_.database()};
   OneFile files_;
-  SteppingClock clock_;
+  test_support::SteppingClock clock_;
   ImportBench bench_{database_, book_.path().string(), files_, clock_};
   int counts_shown_ = 0;
 };
@@ -169,7 +143,8 @@ TEST_F(ContactsImportTest, NothingBehindALineThatEndedTheImportIsStored) {
 
 TEST_F(ContactsImportTest, AFileThatCannotBeReadFurtherKeepsWhatWasRead) {
   files_.open = [&, opened = 0]() mutable -> std::unique_ptr<ports::FileReader> {
-    return ++opened == 1 ? OpenText("1\n2\n3\n4\n5\n") : std::make_unique<Text>("1\n2\n3\n4\n5", FailToRead);
+    return ++opened == 1 ? OpenText("1\n2\n3\n4\n5\n")
+                         : std::make_unique<TextFile>("1\n2\n3\n4\n5", SIZE_MAX, FailToRead);
   };
   bench_.Import("a.csv");
   EXPECT_EQ((Texts{"1", "2", "3", "4"}), Names());
@@ -205,23 +180,8 @@ TEST_F(ContactsImportTest, AFileThatGrowsIsImportedToItsEnd) {
   EXPECT_EQ(5, Stored());
 }
 
-/// `bytes` of "x", delivered without ever being held.
-class Xs final : public ports::FileReader {
- public:
-  explicit Xs(std::size_t bytes) : left_(bytes) {}
-  std::size_t Read(std::span<char> block) override {
-    const std::size_t count = std::min(block.size(), left_);
-    std::memset(block.data(), 'x', count);
-    left_ -= count;
-    return count;
-  }
-
- private:
-  std::size_t left_;
-};
-
 TEST_F(ContactsImportTest, ALineOfAHundredMegabytesIsOneInvalidLineAndPauses) {
-  files_.open = [] { return std::make_unique<Xs>(100'000'000); };
+  files_.open = [] { return OpenText(std::string(100'000'000, 'x')); };
   clock_.step = std::chrono::milliseconds(1);  // a look at the clock a block
   int pauses = 0;
   bench_.host().on_pause = [&] { ++pauses; };

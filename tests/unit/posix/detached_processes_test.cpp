@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include "unit/posix/posix_support.h"
-#include "unit/posix/process_support.h"
 
 namespace kestro {
 namespace {
@@ -46,14 +45,12 @@ class DetachedProcesses : public testing::Test {
 };
 
 TEST_F(DetachedProcesses, AFailureAtOnceIsRaisedAndLeavesNothing) {
-  const struct {
-    const char* script;
-    std::int32_t error;
-  } cases[] = {{"exit 0", 0},     {"exit 1", 440},     {"exit 126", 440},
-               {"exit 127", 440}, {"kill -9 $$", 440}, {"sleep 0.1; exit 3", 440}};
-  for (const auto& entry : cases) {
-    EXPECT_EQ(entry.error, Start({WriteScript(folder_, "script", entry.script)})) << entry.script;
-    EXPECT_TRUE(HasNoChild()) << entry.script;
+  const std::pair<const char*, std::int32_t> cases[] = {{"exit 0", 0},       {"exit 1", 440},
+                                                        {"exit 126", 440},   {"exit 127", 440},
+                                                        {"kill -9 $$", 440}, {"sleep 0.1; exit 3", 440}};
+  for (const auto& [script, error] : cases) {
+    EXPECT_EQ(error, Start({WriteScript(folder_, "script", script)})) << script;
+    EXPECT_TRUE(HasNoChild()) << script;
   }
   EXPECT_EQ(0U, watcher_.watched());
 }

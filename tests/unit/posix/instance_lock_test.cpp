@@ -15,10 +15,9 @@
 
 #include "adapters/posix/activation_socket.h"
 #include "adapters/posix/local_socket.h"
+#include "adapters/posix/runtime_folder.h"
 #include "core/dial_link.h"
-#include "support/polling_watcher.h"
 #include "unit/posix/posix_support.h"
-#include "unit/support/temporary_folder.h"
 
 namespace kestro {
 namespace {
@@ -29,6 +28,7 @@ using adapters::FileDescriptor;
 using adapters::InstanceLock;
 using adapters::RuntimeFolder;
 using test::ErrorNumberOf;
+using test::ScopedEnvironment;
 
 /// Another process that holds the lock until it is killed.
 class OtherProgram {
@@ -104,7 +104,7 @@ TEST_F(InstanceTest, TheLockGoesWithItsOwnerHoweverThatEnds) {
 }
 
 TEST_F(InstanceTest, APlaceThatIsNotTheUsersAloneIsRefused) {
-  const auto ask = [this] { static_cast<void>(InstanceLock(folder_).AnotherInstanceRuns()); };
+  const auto ask = [this] { return InstanceLock(folder_).AnotherInstanceRuns(); };
   fs::create_directory(folder_.path());
   fs::permissions(folder_.path(), fs::perms(0755));
   EXPECT_EQ(75, ErrorNumberOf(ask));
@@ -172,9 +172,7 @@ TEST_F(InstanceTest, TheHandlerMayEndTheSocketOrTheProgram) {
 TEST_F(InstanceTest, DescriptorsSentAlongAreNotKept) {
   folder_.Prepare();
   StartSocket();
-  const auto open_descriptors = [] {
-    return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-  };
+  const auto open_descriptors = [] { return test_support::FileCount("/proc/self/fd"); };
   const auto before = open_descriptors();
   const FileDescriptor sender(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
   ASSERT_EQ(0, adapters::ConnectTo(sender, path_));
@@ -213,6 +211,43 @@ TEST_F(InstanceTest, AnotherUsersMessageHasNoEffect) {
   EXPECT_TRUE(sent);
   watcher_.RunOnce(0);
   EXPECT_EQ(0, activations_);
+}
+
+TEST(RuntimeFolder, LiesInTheSessionOrElseInTheTemporaryDirectory) {
+  const test_support::TemporaryFolder folder;
+  const std::string root = folder.path();
+  const std::string in_temporary = root + "/kestro-cti-" + std::to_string(::geteuid());
+  const ScopedEnvironment temporary("TMPDIR", root.c_str());
+  {
+    const ScopedEnvironment session("XDG_RUNTIME_DIR", root.c_str());
+    EXPECT_EQ(root + "/kestro-cti", RuntimeFolder().path());
+  }
+  for (const char* const value : {static_cast<const char*>(nullptr), "relative", "/no/such/folder"}) {
+    const ScopedEnvironment session("XDG_RUNTIME_DIR", value);
+    EXPECT_EQ(in_temporary, RuntimeFolder().path());
+  }
+}
+
+TEST(RuntimeFolder, IsTheUsersAloneOrRefused) {
+  const test_support::TemporaryFolder folder;
+  const RuntimeFolder runtime(folder.File("run"));
+  EXPECT_FALSE(runtime.Exists());
+  const test::ScopedUmask open(0);
+  runtime.Prepare();
+  EXPECT_EQ(0700, test::Permissions(runtime.path()));
+  EXPECT_NO_THROW(runtime.Prepare());
+  EXPECT_TRUE(runtime.Exists());
+
+  fs::permissions(runtime.path(), fs::perms(0750));
+  EXPECT_EQ(75, ErrorNumberOf([&] { runtime.Prepare(); }));
+  fs::permissions(runtime.path(), fs::perms(0700));
+  fs::create_directory_symlink(runtime.path(), folder.File("link"));
+  EXPECT_EQ(75, ErrorNumberOf([&] { RuntimeFolder(folder.File("link")).Prepare(); }));
+  test_support::WriteFile(folder.File("file"), "");
+  EXPECT_EQ(75, ErrorNumberOf([&] { RuntimeFolder(folder.File("file")).Prepare(); }));
+  if (::geteuid() != 0) return;  // only root can give a folder away
+  ASSERT_EQ(0, ::chown(runtime.path().c_str(), 12345, 12345));
+  EXPECT_EQ(75, ErrorNumberOf([&] { runtime.Prepare(); }));
 }
 
 }  // namespace

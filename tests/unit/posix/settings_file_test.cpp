@@ -7,35 +7,21 @@
 #include <gtest/gtest.h>
 
 #include "adapters/posix/file_descriptor.h"
+#include "adapters/posix/settings_text.h"
 #include "unit/posix/posix_support.h"
-#include "unit/support/temporary_folder.h"
+#include "unit/support/stepping_clock.h"
 
 namespace kestro {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_view_literals;
 using adapters::SettingsFile;
 using test::Permissions;
 using test_support::ReadFile;
 using test_support::WriteFile;
 
 constexpr const char* kKey = "Software\\Kestro\\CTI";
-
-class FixedClock final : public ports::Clock {
- public:
-  /// 2026-11-21 17:03:05 local time.
-  std::chrono::system_clock::time_point Now() const override {
-    std::tm local{};
-    local.tm_year = 126;
-    local.tm_mon = 10;
-    local.tm_mday = 21;
-    local.tm_hour = 17;
-    local.tm_min = 3;
-    local.tm_sec = 5;
-    local.tm_isdst = -1;
-    return std::chrono::system_clock::from_time_t(std::mktime(&local));
-  }
-};
 
 class SettingsFileTest : public testing::Test {
  protected:
@@ -48,13 +34,11 @@ class SettingsFileTest : public testing::Test {
     WriteFile(path_, content);
   }
   std::optional<std::string> Stored(const char* name) { return Open().QueryValue(kKey, name); }
-  std::ptrdiff_t FileCount() const {
-    return std::distance(fs::directory_iterator(path_.parent_path()), fs::directory_iterator());
-  }
+  std::ptrdiff_t FileCount() const { return test_support::FileCount(path_.parent_path()); }
 
   test_support::TemporaryFolder folder_;
   fs::path path_ = folder_.File("config/kestro-cti/settings.conf");
-  FixedClock clock_;
+  test_support::SteppingClock clock_;
   std::vector<std::string> reports_;
 };
 
@@ -103,7 +87,7 @@ TEST_F(SettingsFileTest, WhatAnotherProgramWroteStays) {
 TEST_F(SettingsFileTest, ADamagedFileIsKeptAsideAndReportedOnce) {
   const std::string contents[] = {"neither this nor that", std::string(100, '\0'), "[Software\n",
                                   "[K]\nName=\xFF\n", "# " + std::string(SettingsFile::kMostBytes, 'x')};
-  const std::string aside = path_.string() + ".damaged-20261121-170305";
+  const std::string aside = path_.string() + ".damaged-20261121-180305";
   int count = 0;
   for (const std::string& content : contents) {
     Write(content);
@@ -200,11 +184,11 @@ TEST_F(SettingsFileTest, ALinkIsFollowedAndStays) {
   EXPECT_TRUE(fs::is_symlink(path_));
   EXPECT_TRUE(fs::is_symlink(real.parent_path() / "hop"));
   EXPECT_FALSE(fs::is_symlink(real));
-  EXPECT_NE(std::string::npos, ReadFile(real).find("PhoneLine=EXT 101"));
+  EXPECT_NE(std::string::npos, ReadFile(real).find("\n[Software\\Kestro\\CTI]\nPhoneLine=EXT 101\n"));
   EXPECT_EQ("EXT 101", Stored("PhoneLine"));
   WriteFile(real, "?");
   Open();
-  EXPECT_TRUE(fs::exists(real.string() + ".damaged-20261121-170305"));
+  EXPECT_TRUE(fs::exists(real.string() + ".damaged-20261121-180305"));
   EXPECT_TRUE(fs::is_symlink(path_));
 }
 
@@ -227,12 +211,71 @@ TEST_F(SettingsFileTest, TheNextStartRemovesWhatACrashLeft) {
   EXPECT_FALSE(fs::exists(folder / ".settings.conf.new-a1B2c3"));
 }
 
-TEST(SettingsFilePath, FollowsTheEnvironment) {
-  const test::ScopedEnvironment home("HOME", "/home/u");
-  const test::ScopedEnvironment configuration("XDG_CONFIG_HOME", "/etc/u/");
-  EXPECT_EQ("/etc/u/kestro-cti/settings.conf", adapters::SettingsFilePath());
-  const test::ScopedEnvironment none("XDG_CONFIG_HOME", nullptr);
-  EXPECT_EQ("/home/u/.config/kestro-cti/settings.conf", adapters::SettingsFilePath());
+using adapters::FormatSettings;
+using adapters::ParseSettings;
+using adapters::SettingsTable;
+
+TEST(SettingsText, AnyTextAndAnyNameComeBack) {
+  const std::string names[] = {"Name",        "",     "a=b", "[key]", "#1", " blanks ", "back\\slash",
+                               "line\nbreak", "Jméno"};
+  std::size_t turn = 0;
+  for (const std::string_view text :
+       {""sv, " "sv, "  leading and trailing \t"sv, "a=b=c"sv, "[Software]"sv, "# no comment"sv,
+        "\"quoted\" 'text'"sv, "line\nbreak\r\n"sv, R"(C:\new\table\x41)"sv, "\\"sv, R"(\\server\share\)"sv,
+        "Příliš žluťoučký kůň \xF0\x9F\x93\x9E"sv, "a\0b"sv, "\x01\x1B[31m\x7F"sv, "not UTF-8: \xFF\xC3"sv,
+        "\xEF\xBF\xBD"sv, "\xEF\xBB\xBF"sv, "\xE2\x80\xA8\xC2\x85"sv}) {
+    const std::string& name = names[turn++ % std::size(names)];
+    SettingsTable settings;
+    settings.Set(kKey, "Before", "1");
+    settings.Set(kKey, name, text);
+    settings.Set(kKey, "Text after", "2");
+    const std::string file = FormatSettings(settings);
+    auto parsed = ParseSettings(file);
+    EXPECT_EQ("", parsed.damage) << file;
+    ASSERT_NE(nullptr, parsed.settings.Find(kKey, name)) << file;
+    EXPECT_EQ(text, *parsed.settings.Find(kKey, name)) << file;
+    EXPECT_EQ(file, FormatSettings(parsed.settings));
+    EXPECT_EQ(std::string::npos, file.find_first_of(std::string("\0\x01\x1B\r\x7F", 5)));
+  }
+}
+
+TEST(SettingsText, ToleratesWhatEditorsDo) {
+  const auto parsed = ParseSettings(
+      "\xEF\xBB\xBF# comment\r\n\r\n  [Software\\Kestro\\CTI]  \r\n\tName = some text \t\r\n"
+      "[software\\KESTRO\\cti]\nNAME=last\n  # [comment\n[Other]]\nName=\xC5\xBE");
+  EXPECT_EQ("", parsed.damage);
+  EXPECT_EQ("last", *parsed.settings.Find(kKey, "Name"));
+  EXPECT_EQ("\xC5\xBE", *parsed.settings.Find("Other]", "name"));
+}
+
+TEST(SettingsText, DamageIsNoticedAndNamed) {
+  const std::pair<std::string, std::vector<std::string>> rows[] = {
+      {"line 3: neither a key nor a value nor a comment", {"[K]\nName=1\nName\n"}},
+      {"line 1: a value before the first key", {"Name=1\n", "<?xml version=\"1.0\"?>\n"}},
+      {"line 1: a key without its closing bracket", {"[K\nName=1\n", "[", "[K] x\n"}},
+      {"line 1: not a key", {"[]\n", "[\\K]\n", "[K\\\\L]\n"}},
+      {"line 2: an unknown escape",
+       {"[K]\nName=\\q\n", "[K]\nName=\\\n", "[K]\nName=\\x4\n", "[K]\nName=\\x+1\n", "[K]\nName=\\x4g\n"}},
+      {"line 2: not a name", {"[K]\nNa\\xFFme=1\n"}},
+      {"line 2: a control character or no UTF-8",
+       {"[K]\nName=\xFF\n", std::string("[K]\nName=1\0\n", 12), "[K]\nName=a\rb\n"}},
+      {"line 1: a control character or no UTF-8", {"# \xC0\xAF\n", std::string(4096, '\0')}}};
+  for (const auto& [damage, texts] : rows) {
+    for (const auto& text : texts) {
+      const auto parsed = ParseSettings(text);
+      EXPECT_EQ(damage, parsed.damage);
+      EXPECT_TRUE(parsed.settings.keys().empty()) << text;
+    }
+  }
+}
+
+TEST(SettingsTable, KeysHaveTheirParents) {
+  SettingsTable settings;
+  settings.AddKey(kKey);
+  EXPECT_TRUE(settings.HasKey("SOFTWARE\\kestro\\CTI"));
+  EXPECT_TRUE(settings.HasKey("Software\\Kestro"));
+  EXPECT_FALSE(settings.HasKey("Software\\Kes"));
+  EXPECT_FALSE(settings.HasKey("Software\\Kestro\\CTI\\More"));
 }
 
 }  // namespace

@@ -42,11 +42,8 @@ class PlayerProgramTest : public ::testing::Test {
 };
 
 TEST_F(PlayerProgramTest, EveryKindOfFailureHasItsStatus) {
-  const struct {
-    std::string script;
-    int status;
-    std::string message;  // behind "FILE:"
-  } cases[] = {
+  // A script, the exit status, and the message behind "FILE:".
+  const std::tuple<std::string, int, std::string> cases[] = {
       {"start\nexpect icon version 3\n", 0, ""},
       {"start\nexpect icon version 4\n", 1, "2: no such line: icon version 4"},
       {"start\nexpect icon version\n", 1, "2: no such line: icon version"},
@@ -83,13 +80,13 @@ TEST_F(PlayerProgramTest, EveryKindOfFailureHasItsStatus) {
       {"start\ncall-info 1 raw \"000\"\n", 2, "2: half a byte at the end"},
       {"start\nfoo\n", 2, "2: unknown action \"foo\""},
   };
-  for (const auto& test : cases) {
-    const Outcome outcome = Play(test.script);
-    EXPECT_EQ(outcome.status, test.status) << test.script;
-    const std::string message = outcome.errors.substr(0, outcome.errors.find('\n'));
-    EXPECT_TRUE(message.ends_with(test.message.empty() ? "" : "a.scenario:" + test.message))
-        << test.script << "said: " << outcome.errors;
-    EXPECT_EQ(outcome.errors.empty(), test.status == 0) << outcome.errors;
+  for (const auto& [script, status, message] : cases) {
+    const Outcome outcome = Play(script);
+    EXPECT_EQ(outcome.status, status) << script;
+    const std::string said = outcome.errors.substr(0, outcome.errors.find('\n'));
+    EXPECT_TRUE(said.ends_with(message.empty() ? "" : "a.scenario:" + message))
+        << script << "said: " << outcome.errors;
+    EXPECT_EQ(outcome.errors.empty(), status == 0) << outcome.errors;
   }
 }
 

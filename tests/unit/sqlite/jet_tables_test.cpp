@@ -15,12 +15,14 @@
 #include "jet/error.h"
 #include "unit/support/contacts_database.h"
 #include "unit/support/faulty_files.h"
+#include "unit/support/sqlite_contacts.h"
 
 namespace kestro::adapters {
 namespace {
 
 using test_support::FaultyFiles;
 using test_support::Files;
+using test_support::RowText;
 using test_support::TemporaryFolder;
 
 /// What a statement did, in a form that two databases can be compared by.
@@ -36,20 +38,6 @@ std::ostream& operator<<(std::ostream& out, const Outcome& outcome) {
   out << "error '" << outcome.error << "', changes " << outcome.changes << ", rows:";
   for (const auto& row : outcome.rows) out << "\n  " << row;
   return out;
-}
-
-std::string RowText(sqlite3_stmt* row) {
-  std::string text;
-  for (int i = 0; i < sqlite3_column_count(row); ++i) {
-    text += std::to_string(sqlite3_column_type(row, i)) + ":";
-    const auto* const value = static_cast<const char*>(static_cast<const void*>(sqlite3_column_text(row, i)));
-    const std::string_view whole(value == nullptr ? "" : value,
-                                 static_cast<std::size_t>(sqlite3_column_bytes(row, i)));
-    constexpr std::size_t kShort = 50;
-    text += whole.size() < kShort ? std::string(whole) : std::to_string(std::hash<std::string_view>{}(whole));
-    text += "|";
-  }
-  return text;
 }
 
 /// Rows of a statement without ORDER BY are compared as a set.
@@ -147,11 +135,6 @@ class JetTablesTest : public testing::Test {
  protected:
   JetTablesTest() { CreateDatabaseFile(Files(), path_); }
 
-  void ExpectSound() {
-    const auto database = jet::Database::Open(Files(), path_.string(), jet::OpenMode::kReadOnly);
-    EXPECT_EQ(jet::CheckDatabase(*database).findings, std::vector<std::string>{});
-  }
-
   TemporaryFolder folder_;
   std::filesystem::path path_ = folder_.File("file.mdb");
   FaultyFiles files_{Files()};
@@ -179,6 +162,11 @@ TEST_F(JetTablesTest, BehaveLikeSqlitesOwnTables) {
     handle->Run(kJetTables);
     const HandlePointer sqlite = OpenConnection();
     ASSERT_EQ(sqlite3_exec(sqlite.get(), kSqliteTables, nullptr, nullptr, nullptr), SQLITE_OK);
+    const auto expect_equal_rows = [&] {
+      for (const char* const all : {"SELECT * FROM t ORDER BY id", "SELECT * FROM u"}) {
+        EXPECT_EQ(RunOn(handle->get(), all), RunOn(sqlite.get(), all));
+      }
+    };
     std::mt19937 random(seed);
     for (int i = 0; i < 400; ++i) {
       const std::string text = Expanded("$statement", random);
@@ -196,19 +184,13 @@ TEST_F(JetTablesTest, BehaveLikeSqlitesOwnTables) {
         ASSERT_EQ(jet, RunOn(sqlite.get(), text));
         ASSERT_EQ(sqlite3_get_autocommit(handle->get()), sqlite3_get_autocommit(sqlite.get()));
       }
-      if (i % 10 == 9) {
-        for (const char* const all : {"SELECT * FROM t ORDER BY id", "SELECT * FROM u"}) {
-          ASSERT_EQ(RunOn(handle->get(), all), RunOn(sqlite.get(), all));
-        }
-      }
+      if (i % 10 == 9) expect_equal_rows();
     }
     RunOn(handle->get(), "COMMIT");
     RunOn(sqlite.get(), "COMMIT");
     handle.reset();  // before the file is opened anew
     handle = std::make_unique<SqliteHandle>(files_, path);
-    for (const char* const all : {"SELECT * FROM t ORDER BY id", "SELECT * FROM u"}) {
-      ASSERT_EQ(RunOn(handle->get(), all), RunOn(sqlite.get(), all));
-    }
+    expect_equal_rows();
     handle.reset();
     const auto database = jet::Database::Open(Files(), path.string(), jet::OpenMode::kReadOnly);
     ASSERT_EQ(jet::CheckDatabase(*database).findings, std::vector<std::string>{});

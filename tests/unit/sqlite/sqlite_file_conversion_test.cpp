@@ -59,17 +59,7 @@ class SqliteFileConversionTest : public testing::Test {
       sqlite3_stmt* prepared = nullptr;
       EXPECT_EQ(sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr), SQLITE_OK);
       const StatementPointer statement(prepared);
-      while (sqlite3_step(prepared) == SQLITE_ROW) {
-        std::string row;
-        for (int i = 0; i < sqlite3_column_count(prepared); ++i) {
-          row += std::to_string(sqlite3_column_type(prepared, i)) + ":";
-          const auto* const text = static_cast<const char*>(sqlite3_column_blob(prepared, i));
-          row.append(text == nullptr ? "" : text,
-                     static_cast<std::size_t>(sqlite3_column_bytes(prepared, i)));
-          row += "|";
-        }
-        rows.push_back(row);
-      }
+      while (sqlite3_step(prepared) == SQLITE_ROW) rows.push_back(test_support::RowText(prepared));
     }
     return rows;
   }
@@ -88,9 +78,6 @@ class SqliteFileConversionTest : public testing::Test {
       return error.description();
     }
   }
-  std::size_t FileCount() {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_.path()), {}));
-  }
 
   test_support::TemporaryFolder folder_;
   fs::path path_ = folder_.File("CTIDB.mdb");
@@ -104,7 +91,7 @@ TEST_F(SqliteFileConversionTest, KeepsEveryValueAndTheOldFile) {
     SqliteHandle handle(Files(), path_);
     EXPECT_EQ(Everything(handle.get()), expected);
     EXPECT_EQ(test_support::ReadFile(backup_), old_bytes);
-    EXPECT_EQ(FileCount(), 2U);
+    EXPECT_EQ(folder_.FileCount(), 2);
     EXPECT_EQ(fs::status(path_).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     // Numbers of deleted rows are not given again.
     handle.Run("INSERT INTO Contact (Name) VALUES ('new'); INSERT INTO PhoneLine (Line) VALUES ('24')");
@@ -145,7 +132,7 @@ TEST_F(SqliteFileConversionTest, SurvivesAnEndInTheMiddle) {
     ASSERT_EQ(waitpid(child, &status, 0), child);
     ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << step;
     ASSERT_EQ(Everything(SqliteHandle(Files(), path_).get()), expected) << step;
-    ASSERT_EQ(FileCount(), 2U) << step;
+    ASSERT_EQ(folder_.FileCount(), 2) << step;
   }
   EXPECT_GT(steps, 50);
 }
@@ -182,7 +169,7 @@ TEST_F(SqliteFileConversionTest, RefusesWhatCannotBeConverted) {
   EXPECT_NE(ErrorOfOpening(Files()).find("PhoneType1"), std::string::npos) << ErrorOfOpening(Files());
   fs::permissions(path_, fs::perms::owner_read);
   EXPECT_NE(ErrorOfOpening(Files()).find("permissions"), std::string::npos);
-  EXPECT_EQ(FileCount(), 1U);
+  EXPECT_EQ(folder_.FileCount(), 1);
   // Another backup is not written over.
   MakeOld();
   test_support::WriteFile(backup_, "older");

@@ -35,11 +35,10 @@ inline void ExpectContract(ports::Recordset& rows, int index, const std::string&
     EXPECT_EQ(rows.Text(index), "b");
   }
   const int none = rows.FieldCount();
-  for (const std::function<void()>& action :
-       {std::function<void()>([&] { static_cast<void>(rows.Text(none)); }),
-        {[&] { static_cast<void>(rows.Field(-1)); }},
-        {[&] { static_cast<void>(rows.FieldName(-1)); }},
-        {[&] { static_cast<void>(rows.FieldIndex("Nothing")); }}}) {
+  for (const std::function<void()>& action : {std::function<void()>([&] { return rows.Text(none); }),
+                                              {[&] { return rows.Field(-1); }},
+                                              {[&] { return rows.FieldName(-1); }},
+                                              {[&] { return rows.FieldIndex("Nothing"); }}}) {
     EXPECT_EQ(ErrorNumberOf(action), base::kSubscriptOutOfRange);
   }
   rows.MoveNext();
@@ -48,14 +47,14 @@ inline void ExpectContract(ports::Recordset& rows, int index, const std::string&
   EXPECT_TRUE(rows.AtEnd());
   EXPECT_EQ(rows.Position(), rows.RecordCount());
   EXPECT_EQ(ErrorNumberOf([&] { rows.MoveNext(); }), base::kDatabaseError);
-  EXPECT_EQ(ErrorNumberOf([&] { static_cast<void>(rows.Text(index)); }), base::kDatabaseError);
+  EXPECT_EQ(ErrorNumberOf([&] { return rows.Text(index); }), base::kDatabaseError);
   rows.MoveTo(1);
   EXPECT_EQ(rows.Text(index), "b");
   rows.Close();
   for (const std::function<void()>& action : std::vector<std::function<void()>>{
-           [&] { rows.Close(); }, [&] { static_cast<void>(rows.AtEnd()); }, [&] { rows.MoveTo(0); },
-           [&] { static_cast<void>(rows.RecordCount()); }, [&] { static_cast<void>(rows.Text(index)); },
-           [&] { rows.SetSort(name); }, [&] { static_cast<void>(rows.FieldIndex(name)); }}) {
+           [&] { rows.Close(); }, [&] { return rows.AtEnd(); }, [&] { rows.MoveTo(0); },
+           [&] { return rows.RecordCount(); }, [&] { return rows.Text(index); }, [&] { rows.SetSort(name); },
+           [&] { return rows.FieldIndex(name); }}) {
     EXPECT_EQ(ErrorNumberOf(action), base::kDatabaseError);
   }
 }

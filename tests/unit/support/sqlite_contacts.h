@@ -37,6 +37,21 @@ class SqliteFile {
   adapters::HandlePointer connection_;
 };
 
+/// Types and values of a row; a long text is told by its hash.
+inline std::string RowText(sqlite3_stmt* row) {
+  std::string text;
+  for (int i = 0; i < sqlite3_column_count(row); ++i) {
+    text += std::to_string(sqlite3_column_type(row, i)) + ":";
+    const auto* const value = static_cast<const char*>(static_cast<const void*>(sqlite3_column_text(row, i)));
+    const std::string_view whole(value == nullptr ? "" : value,
+                                 static_cast<std::size_t>(sqlite3_column_bytes(row, i)));
+    constexpr std::size_t kShort = 50;
+    text += whole.size() < kShort ? std::string(whole) : std::to_string(std::hash<std::string_view>{}(whole));
+    text += "|";
+  }
+  return text;
+}
+
 /// The tables in which earlier versions kept the contacts, without the index by name, whose order SQLite
 /// alone does not know.
 inline constexpr const char* kSqliteContactTables = R"(

@@ -12,6 +12,11 @@
 
 namespace kestro::test_support {
 
+/// Number of entries in a folder.
+inline std::ptrdiff_t FileCount(const std::filesystem::path& folder) {
+  return std::distance(std::filesystem::directory_iterator(folder), {});
+}
+
 /// An empty folder of its own for one test; removed with everything in it at the end.
 class TemporaryFolder {
  public:
@@ -34,6 +39,7 @@ class TemporaryFolder {
   [[nodiscard]] std::filesystem::path File(std::string_view name) const {
     return path_ / std::filesystem::path(name);
   }
+  [[nodiscard]] std::ptrdiff_t FileCount() const { return test_support::FileCount(path_); }
 
  private:
   std::filesystem::path path_;

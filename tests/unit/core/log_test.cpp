@@ -1,12 +1,13 @@
-#include "core/log_file.h"
-
-#include <ctime>
 #include <map>
 #include <set>
 
 #include <gtest/gtest.h>
 
-#include "unit/posix/posix_support.h"
+#include "core/log_file.h"
+#include "core/masking_log.h"
+#include "ports/memory_settings_store.h"
+#include "support/log_capture.h"
+#include "unit/support/stepping_clock.h"
 
 namespace kestro {
 namespace {
@@ -47,16 +48,9 @@ class FakeDisk final : public ports::GrowingFile {
   std::string open_;
 };
 
-class FakeClock final : public ports::Clock {
- public:
-  [[nodiscard]] std::chrono::system_clock::time_point Now() const override { return now; }
-  std::chrono::system_clock::time_point now{std::chrono::milliseconds(1'795'280'585'007)};
-};
-
 class LogFile : public testing::Test {
  protected:
   LogFile() {
-    ::tzset();
     log_.SetLogDirectory("C:\\log");
     log_.SetFileLogging(true);
   }
@@ -70,11 +64,10 @@ class LogFile : public testing::Test {
     return found == disk_.files.end() ? "no file" : found->second;
   }
 
-  const test::ScopedEnvironment zone_{"TZ", "CET-1"};
   const std::string path_ = "C:\\log\\KESTROCTI.log";
   const std::string fallback_ = "\\state\\KESTROCTI.log";
   FakeDisk disk_;
-  FakeClock clock_;
+  test_support::SteppingClock clock_;
   std::vector<std::string> reports_;
   core::LogFile log_{
       clock_,
@@ -160,7 +153,7 @@ TEST_F(LogFile, AFullDiskCostsEntriesAndNoError) {
 
 TEST(LogFileWithoutFallback, ReportsWhatIsWrong) {
   FakeDisk disk;
-  const FakeClock clock;
+  const test_support::SteppingClock clock;
   std::vector<std::string> reports;
   core::LogFile log(clock, disk, {{}, [&](const std::string& text) { reports.push_back(text); }});
   log.SetFileLogging(true);
@@ -171,6 +164,51 @@ TEST(LogFileWithoutFallback, ReportsWhatIsWrong) {
   EXPECT_EQ((std::vector<std::string>{"The log cannot be written: Path not found: no log directory",
                                       "The log cannot be written: refused: C:\\log"}),
             reports);
+}
+
+TEST(MaskNumbers, LeavesNoTelephoneNumberReadable) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"", ""},
+      {"Method started.", "Method started."},
+      {"error 5, 1234", "error 5, 1234"},
+      {"12345", "***45"},
+      {"+420 602 111 222", "+*** *** *** *22"},
+      {"call from (0602) 111-222.", "call from (****) ***-*22."},
+      {"602/111222 and 603.222.333", "***/****22 and ***.***.*33"},
+      {"x602111222y", "x*******22y"},
+      {"1234|5678", "1234|5678"},
+      {"12\n345", "12\n345"},
+      {"602\xC2\xA0"
+       "111\xE2\x80\x91"
+       "222",
+       "***\xC2\xA0"
+       "***\xE2\x80\x91"
+       "*22"},
+      {"Novák 602111222 Š", "Novák *******22 Š"},
+      {"\xFF"
+       "602111222\xFF",
+       "\xFF*******22\xFF"},
+      {"602111222, 603222333", "*******22, *******33"},
+  };
+  for (const auto& [text, masked] : cases) EXPECT_EQ(masked, core::MaskNumbers(text)) << text;
+}
+
+TEST(MaskingLog, MasksOnlyWhenTheSettingsSaySo) {
+  constexpr base::LogSource kWithNumber{"KESTROCTI.Module", "P602111222"};
+  for (const auto& [setting, number] : {std::pair{"", "602111222"}, {"0", "602111222"}, {"1", "*******22"}}) {
+    ports::MemorySettingsStore settings;
+    settings.CreateKey(core::kLogKey);
+    if (*setting != '\0') settings.SetValue(core::kLogKey, core::kMaskNumbers, setting);
+    test::LogCapture capture;
+    core::MaskingLog log(capture, settings);
+    log.SetLogDirectory("C:\\602111222");
+    log.SetFileLogging(true);
+    EXPECT_EQ((std::vector<std::string>{"directory C:\\602111222", "file on"}), capture.calls);
+    log.LineEntry(kWithNumber, "to 602111222");
+    EXPECT_EQ(std::string("KESTROCTI.Module.P602111222 | to ") + number, capture.lines.back());
+    log.ErrorEntry(602111222, "A602111222::", "no 602111222");
+    EXPECT_EQ(std::string("ERROR 602111222 A") + number + ":: | no " + number, capture.lines.back());
+  }
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -14,10 +15,10 @@ namespace {
 
 constexpr std::string_view kDatabase = "C:\\Data\\CTIDB.mdb";
 
-/// The application while one of its questions is on the screen, or while it lets other events run.
-class CallDuringQuestion : public testing::Test {
+/// The application with a call on its card. `meanwhile_` runs while one of its questions is on the screen.
+class WholeApplication : public testing::Test {
  protected:
-  CallDuringQuestion() {
+  WholeApplication() {
     machine_.Files().CopyFileTo("C:\\Program\\DBTemplate.tpl", kDatabase, true);
     scenario::LoadAddressBook(
         "contact Name=\"Jan\" Phone1=\"602111222\"\ncontact Name=\"Eva\" Phone1=\"602333444\"",
@@ -63,7 +64,7 @@ class CallDuringQuestion : public testing::Test {
   scenario::Session session_{machine_, front_end_, transcript_};
 };
 
-TEST_F(CallDuringQuestion, TheEditorGetsWhatWasOnTheCard) {
+TEST_F(WholeApplication, TheEditorGetsWhatWasOnTheCardBeforeACallDuringTheQuestion) {
   LeaveEntriesInEditor();
   meanwhile_ = [this] { Ring("602333444"); };
   Click("ContactDetail", "cmdEdit");
@@ -77,7 +78,7 @@ TEST_F(CallDuringQuestion, TheEditorGetsWhatWasOnTheCard) {
   EXPECT_EQ(Text("txtPhone1"), "602333444");
 }
 
-TEST_F(CallDuringQuestion, AListThatIsGoneMeanwhileIsNotRead) {
+TEST_F(WholeApplication, AListThatIsGoneMeanwhileIsNotRead) {
   session_.application()->Activate();
   auto& grid = dynamic_cast<forms::Grid&>(*Window("frmMainForm").FindControl("ContactsGrid"));
   ASSERT_TRUE(front_end_.Driver().PressRow(Window("frmMainForm"), grid, 0));
@@ -88,6 +89,21 @@ TEST_F(CallDuringQuestion, AListThatIsGoneMeanwhileIsNotRead) {
   Click("frmMainForm", "mnuEditContact");
   EXPECT_FALSE(Window("frmEditContact").visible());
   EXPECT_EQ(questions_, 0);
+}
+
+/// A control that is made and not placed is one that the user never sees.
+TEST_F(WholeApplication, EveryWindowHasAPlaceForEachOfItsControls) {
+  int controls = 0;
+  for (forms::Form* form : session_.application()->Forms()) {
+    for (const forms::Control* control : form->controls()) {
+      if (control->kind() == forms::ControlKind::kMenuItem) continue;
+      const auto& placed = (control->parent() == nullptr ? form->body() : *control->parent()).placed();
+      const auto times = std::ranges::count(placed, control, &forms::Container::Placed::control);
+      EXPECT_EQ(times, 1) << form->name() << "." << control->name();
+      ++controls;
+    }
+  }
+  EXPECT_GT(controls, 100);
 }
 
 }  // namespace
