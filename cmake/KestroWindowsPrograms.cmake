@@ -32,9 +32,10 @@ elseif(KESTRO_WINDOWS_TESTS)
   add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
   kestro_collect(windows_test_sources tests/windows)
   list(FILTER windows_test_sources EXCLUDE REGEX "/tests/windows/dial_com/|/tests/windows/bench/")
-  # The tests that compare a front end with the headless one are the same for every front end.
-  list(APPEND windows_test_sources "${CMAKE_SOURCE_DIR}/tests/qt/both_front_ends_test.cpp"
-       "${CMAKE_SOURCE_DIR}/tests/qt/lists_on_both_test.cpp")
+  # These are the same for every front end with windows on a screen.
+  foreach(shared both_front_ends lists_on_both windows_on_screen)
+    list(APPEND windows_test_sources "${CMAKE_SOURCE_DIR}/tests/qt/${shared}_test.cpp")
+  endforeach()
   add_executable(windows-tests ${windows_test_sources})
   target_include_directories(windows-tests PRIVATE "${CMAKE_SOURCE_DIR}/tests"
                                                    "${CMAKE_SOURCE_DIR}/tests/windows/front_end")

@@ -6,7 +6,7 @@
 
 #include "qt/sample_form.h"
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 namespace {
 
 class BothFrontEnds : public OnBothFrontEnds<SampleForm> {
@@ -29,7 +29,7 @@ TEST_F(BothFrontEnds, ActionsReachTheModelAndAreReadBack) {
           Choose("choose", &F::cmbLine, 1), Choose("choose again", &F::cmbLine, 1),
           Check("check", &F::chkLog), Check("check again", &F::chkLog),
           Click("click a check box", &F::chkLog), Choose("tab", &F::pages, 1),
-          Type("type lines", &F::txtNote, "one\r\ntwo\xC2\xA0three"), Click("menu", &F::mnuOpen),
+          Type("type lines", &F::txtNote, "one\r\ntwo\xC2\xA0three"), Click("menu", &F::mnuNew),
           Click("pop-up menu", &F::mPopEnd), ClickEntry("array entry", 0)});
 }
 
@@ -54,15 +54,25 @@ TEST_F(BothFrontEnds, WhatCannotBeReachedIsRefused) {
           Do("disable the submenu", [](F& form) { form.mnuSwitch.SetEnabled(false); }),
           ClickEntry("below a disabled entry", 0),
           Do("hide the menu", [](F& form) { form.mnuFile.SetVisible(false); }),
-          Click("below a hidden menu", &F::mnuOpen),
+          Click("below a hidden menu", &F::mnuNew),
           Click("a label", &F::lblValue)});
 }
 
 TEST_F(BothFrontEnds, ChangesOfTheModelAreShownWithoutEcho) {
   const std::string file = (std::filesystem::temp_directory_path() / "face.bmp").string();
   std::ofstream(file, std::ios::binary).write(kOneRedPixel.data(), kOneRedPixel.size());
+  const auto progress = [](const char* name, int minimum, int maximum, int value) {
+    return Do(name, [=](F& form) {
+      form.progress.SetRange(minimum, maximum);
+      form.progress.SetValue(value);
+    });
+  };
   Expect({Do("load", [](F& form) { form.Load(); }),
           kShow,
+          progress("progress", 0, 200, 150),
+          progress("more than 16 bits", 50, 70000, 65535),
+          progress("no range", 0, 0, 0),
+          progress("the end", 0, 10, 10),
           Do("text", [](F& form) { form.txtName.SetText("set by the program"); }),
           Do("many lines", [](F& form) { form.txtNote.SetText("a\r\nb"); }),
           Do("lines of another system", [](F& form) { form.txtNote.SetText("a\nb"); }),
@@ -77,10 +87,10 @@ TEST_F(BothFrontEnds, ChangesOfTheModelAreShownWithoutEcho) {
           Do("tab", [](F& form) { form.pages.SetTab(1); }),
           Do("picture", [&](F& form) { form.picture.SetFile(file); }),
           Do("no picture", [](F& form) { form.picture.SetFile(""); }),
-          Do("checked entry", [](F& form) { form.mnuOpen.SetChecked(true); }),
+          Do("checked entry", [](F& form) { form.mnuNew.SetChecked(true); }),
           Do("disabled entry", [](F& form) { form.mPopEnd.SetEnabled(false); }),
           Do("hidden entry", [](F& form) { form.mnuSpacer.SetVisible(false); }),
-          Click("the checked entry", &F::mnuOpen),
+          Click("the checked entry", &F::mnuNew),
           Do("hide", [](F& form) { form.Hide(); }),
           kShow});
 }
@@ -109,10 +119,7 @@ TEST_F(BothFrontEnds, TheKeyboardGoesWhereTheRulesSay) {
           Do("past the end", [](F& form) { form.cmdCancel.SetVisible(false); }),
           Do("nothing is left",
              [](F& form) {
-               form.txtName.SetEnabled(false);
-               form.cmbLine.SetEnabled(false);
-               form.pages.SetVisible(false);
-               form.cmdOk.SetEnabled(false);
+               for (forms::Control* control : form.controls()) control->SetEnabled(false);
              }),
           Do("hidden", [](F& form) { form.Hide(); }), kShow});
 }
@@ -150,4 +157,4 @@ TEST_F(BothFrontEnds, WindowStates) {
 }
 
 }  // namespace
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

@@ -7,11 +7,11 @@
 #include <QStandardPaths>
 
 #include "adapters/qt/session_bus.h"
-#include "qt/qt_fixture.h"
+#include "screen_front_end.h"
 
 // On a message bus of its own, with a notification service that the test plays.
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 namespace {
 
 using Calls = std::vector<std::string>;
@@ -46,7 +46,7 @@ class FakeService final : public QDBusVirtualObject {
   Calls calls;
 };
 
-class DesktopNotifications : public QtFixture {
+class DesktopNotifications : public ScreenFrontEnd {
  protected:
   void SetUp() override {
     if (QStandardPaths::findExecutable(QStringLiteral("dbus-daemon")).isEmpty()) {
@@ -160,4 +160,4 @@ TEST_F(DesktopNotifications, AServiceIsWaitedForALimitedTime) {
 }
 
 }  // namespace
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

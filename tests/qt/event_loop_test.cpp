@@ -1,14 +1,14 @@
-#include <array>
+#include <sys/eventfd.h>
 #include <thread>
 #include <unistd.h>
 
 #include "adapters/qt/qt_descriptor_watcher.h"
-#include "qt/qt_fixture.h"
+#include "screen_front_end.h"
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 namespace {
 
-using EventLoop = QtFixture;
+using EventLoop = ScreenFrontEnd;
 
 TEST_F(EventLoop, PostedTasksRunInOrderAlsoThoseOfOtherThreads) {
   std::vector<int> order;
@@ -32,59 +32,46 @@ TEST_F(EventLoop, TasksOfAPosterThatIsGoneDoNotRun) {
   EXPECT_FALSE(ran);
 }
 
-class Pipe {
- public:
-  Pipe() { EXPECT_EQ(pipe(ends_.data()), 0); }
-  ~Pipe() {
-    close(ends_[0]);
-    close(ends_[1]);
-  }
-  Pipe(const Pipe&) = delete;
-  Pipe& operator=(const Pipe&) = delete;
-  [[nodiscard]] int reading() const { return ends_[0]; }
-  void Write() const { EXPECT_EQ(write(ends_[1], "x", 1), 1); }
-  void Read() const {
-    char byte = 0;
-    EXPECT_EQ(read(ends_[0], &byte, 1), 1);
-  }
-
- private:
-  std::array<int, 2> ends_{};
+/// A descriptor that can be read from once it was signalled.
+struct Signal {
+  ~Signal() { ::close(descriptor); }
+  const int descriptor = ::eventfd(0, 0);
 };
 
 TEST_F(EventLoop, AReadableDescriptorIsReportedUntilItIsReadOrUnwatched) {
-  const Pipe pipe;
+  const Signal signal;
   adapters::QtDescriptorWatcher watcher(boundary_);
   int calls = 0;
-  watcher.Watch(pipe.reading(), [&] {
+  watcher.Watch(signal.descriptor, [&] {
     if (++calls < 3) return;
-    pipe.Read();
+    eventfd_t times = 0;
+    ::eventfd_read(signal.descriptor, &times);
   });
   QCoreApplication::processEvents();
   EXPECT_EQ(calls, 0);
-  pipe.Write();
+  ::eventfd_write(signal.descriptor, 1);
   EXPECT_TRUE(WaitUntil([&] { return calls == 3; }));
   QCoreApplication::processEvents();
   EXPECT_EQ(calls, 3);
 
   std::string mark = "replaced";
-  watcher.Watch(pipe.reading(), [&watcher, &pipe, &calls, mark] {
-    watcher.Unwatch(pipe.reading());
+  watcher.Watch(signal.descriptor, [&watcher, &signal, &calls, mark] {
+    watcher.Unwatch(signal.descriptor);
     calls += mark == "replaced" ? 10 : 100;  // its own state is still there
   });
-  pipe.Write();
+  ::eventfd_write(signal.descriptor, 1);
   EXPECT_TRUE(WaitUntil([&] { return calls == 13; }));
   QCoreApplication::processEvents();
   EXPECT_EQ(calls, 13);
 }
 
 TEST_F(EventLoop, TheEndOfTheProcessComesThroughADescriptorsCallback) {
-  const Pipe pipe;
+  const Signal signal;
   adapters::QtDescriptorWatcher watcher(boundary_);
-  watcher.Watch(pipe.reading(), [] { throw base::ProcessEnded{}; });
-  pipe.Write();
+  watcher.Watch(signal.descriptor, [] { throw base::ProcessEnded{}; });
+  ::eventfd_write(signal.descriptor, 1);
   EXPECT_EQ(boundary_.RunUntilEnded(), 0);
 }
 
 }  // namespace
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

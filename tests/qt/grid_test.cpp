@@ -12,23 +12,17 @@
 
 #include "adapters/qt/grid_view.h"
 #include "adapters/qt/user_events.h"
-#include "qt/list_form.h"
-#include "qt/qt_fixture.h"
+#include "qt/sample_form.h"
+#include "screen_front_end.h"
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 namespace {
 
-using Events = std::vector<std::string>;
-
 /// What only the widgets can show; what both front ends do is tested on both.
-class GridWidgets : public QtFixture {
+class GridWidgets : public ScreenFrontEnd {
  protected:
   GridWidgets() { form_.Show(); }
 
-  template <class Widget>
-  Widget& WidgetOf(const forms::Control& control) {
-    return dynamic_cast<Widget&>(host_.Window(form_)->Binding(control)->widget());
-  }
   adapters::GridView& View() { return WidgetOf<adapters::GridView>(form_.grid); }
   Events TakeEvents() { return std::exchange(form_.events, {}); }
   void Fill(const CountedRows& rows) {
@@ -40,25 +34,8 @@ class GridWidgets : public QtFixture {
     QCoreApplication::sendEvent(View().viewport(), &event);
   }
 
-  ListForm form_{host_};
+  SampleForm form_{host_};
 };
-
-TEST_F(GridWidgets, AMillionRowsAreAskedForOnlyWhereTheyAreSeen) {
-  Fill(form_.many);
-  static_cast<void>(host_.Window(form_)->grab());
-  EXPECT_GT(form_.many.cells_asked, 0);
-  EXPECT_LT(form_.many.cells_asked, 300);
-  form_.many.cells_asked = 0;
-  EXPECT_TRUE(driver_.PressRow(form_, form_.grid, 999'000));
-  static_cast<void>(host_.Window(form_)->grab());
-  driver_.PressKey(form_, *forms::ParseKey("Up"));
-  adapters::PressKey(View(), Qt::Key_A);
-  QInputMethodEvent letter;
-  letter.setCommitString("a");  // no search for rows that begin with it
-  QCoreApplication::sendEvent(&View(), &letter);
-  EXPECT_EQ(TakeEvents(), (Events{"activate", "row 999000", "row 998999"}));
-  EXPECT_LT(form_.many.cells_asked, 400);
-}
 
 TEST_F(GridWidgets, AnyMouseButtonPressesAndOnlyTheLeftOneTwice) {
   Fill(form_.few);
@@ -122,24 +99,25 @@ TEST_F(GridWidgets, ToolsHavePicturesNamesAndTips) {
 
 TEST_F(GridWidgets, DelInATextDeletesTheText) {
   auto& line = WidgetOf<QLineEdit>(form_.txtName);
-  auto& lines = WidgetOf<QPlainTextEdit>(form_.txtLines);
+  auto& lines = WidgetOf<QPlainTextEdit>(form_.txtNote);
   auto& field = *WidgetOf<QComboBox>(form_.cmbTitle).lineEdit();
   form_.txtName.SetText("abc");
-  form_.txtLines.SetText("abc");
+  form_.txtNote.SetText("abc");
   form_.cmbTitle.SetText("abc");
   TakeEvents();
   const forms::Key del = *forms::ParseKey("Del");
   form_.txtName.SetFocus();
   line.setCursorPosition(0);
   driver_.PressKey(form_, del);
-  form_.txtLines.SetFocus();
+  form_.pages.SetTab(1);
+  form_.txtNote.SetFocus();
   lines.moveCursor(QTextCursor::Start);
   driver_.PressKey(form_, del);
   form_.cmbTitle.SetFocus();
   field.setCursorPosition(1);
   driver_.PressKey(form_, del);
-  EXPECT_EQ(form_.txtName.text() + form_.txtLines.text() + form_.cmbTitle.text(), "bcbcac");
-  EXPECT_EQ(TakeEvents(), (Events{"txtName bc"}));
+  EXPECT_EQ(form_.txtName.text() + form_.txtNote.text() + form_.cmbTitle.text(), "bcbcac");
+  EXPECT_EQ(TakeEvents(), (Events{"txtName bc", "txtNote bc"}));
   form_.txtName.SetReadOnly(true);
   form_.txtName.SetFocus();
   driver_.PressKey(form_, del);
@@ -180,7 +158,7 @@ TEST_F(GridWidgets, KeysAreShownInTheMenuAndNoKeyHoldsOn) {
 }
 
 TEST_F(GridWidgets, AWindowWhoseFormIsGoneAsksNoRows) {
-  auto form = std::make_unique<ListForm>(host_);
+  auto form = std::make_unique<SampleForm>(host_);
   form->grid.SetRows(&form_.few);
   form->Show();
   QCoreApplication::processEvents();
@@ -196,4 +174,4 @@ TEST_F(GridWidgets, AWindowWhoseFormIsGoneAsksNoRows) {
 }
 
 }  // namespace
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

@@ -4,9 +4,10 @@
 #include <QScreen>
 
 #include "adapters/qt/typing_limit.h"
-#include "qt/qt_fixture.h"
+#include "qt/sample_form.h"
+#include "screen_front_end.h"
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 namespace {
 
 struct Look {
@@ -46,7 +47,7 @@ void SetEveryText(SampleForm& form, const std::string& text) {
   form.pages.SetTabCaption(0, text);
 }
 
-class Layout : public QtFixture, public testing::WithParamInterface<Look> {
+class Layout : public ScreenFrontEnd, public testing::WithParamInterface<Look> {
  protected:
   /// Place of the widget on what the window shows (or can be scrolled to).
   static QRect PlaceOf(const QWidget& widget, const QWidget& content) {
@@ -103,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(Looks, Layout,
                                          Look{"Lines", 1.5, Repeat("line\r\n", 30)}),
                          [](const auto& look) { return look.param.name; });
 
-using LayoutOnce = QtFixture;
+using LayoutOnce = ScreenFrontEnd;
 
 TEST_F(LayoutOnce, AWindowGrowsForWhatItIsGivenWhileShown) {
   SampleForm form(host_);
@@ -121,37 +122,13 @@ TEST_F(LayoutOnce, DataIsNeverTakenForMarkup) {
   form.lblValue.SetCaption("<b>x</b>&amp;");
   form.lblName.SetCaption("<i>Name</i>:");
   form.Show();
-  const forms::WindowReading reading = driver_.Read(form);
-  EXPECT_EQ(reading.controls[7].texts, (std::vector<std::string>{"<b>x</b>&amp;"}));
+  const auto controls = driver_.Read(form).controls;
+  const auto value = std::ranges::find(controls, form.lblValue.name(), &forms::ControlReading::name);
+  EXPECT_EQ(value->texts, (std::vector<std::string>{"<b>x</b>&amp;"}));
   const auto* label = qobject_cast<QLabel*>(&host_.Window(form)->Binding(form.lblName)->widget());
   ASSERT_NE(label, nullptr);
   EXPECT_EQ(label->textFormat(), Qt::PlainText);
 }
 
-TEST(TypingLimit, CutsWhatWasInserted) {
-  struct Case {
-    const char* before;
-    const char* after;
-    int most;
-    const char* text;
-    int cursor;
-  };
-  const Case cases[] = {
-      {"abc", "abxxc", 4, "abxc", 3},         // in the middle: the tail stays
-      {"abcd", "abcde", 4, "abcd", 4},        // full
-      {"abcd", "x", 4, "x", 1},               // over a selection
-      {"", "12345678", 5, "12345", 5},        //
-      {"toolong", "toolon", 4, "toolon", 6},  // deleting from a text that was too long already
-      {"ab", "abc", 0, "abc", 3},             // no limit
-      {"aaa", "aaaa", 3, "aaa", 3},
-  };
-  for (const Case& test : cases) {
-    const auto limited =
-        adapters::LimitTyping(QString::fromUtf8(test.before), QString::fromUtf8(test.after), test.most);
-    EXPECT_EQ(limited.text.toStdString(), test.text) << test.after;
-    EXPECT_EQ(limited.cursor, test.cursor) << test.after;
-  }
-}
-
 }  // namespace
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

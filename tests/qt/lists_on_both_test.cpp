@@ -1,35 +1,37 @@
-#include "qt/list_form.h"
+#include "qt/sample_form.h"
 #include "support/both_front_ends.h"
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 namespace {
 
-class Lists : public OnBothFrontEnds<ListForm> {
+class Lists : public OnBothFrontEnds<SampleForm> {
  protected:
   using Driver = forms::FrontEndDriver;
 
   static Step Row(const char* name, std::int64_t row) {
-    return {name, [row](Driver& driver, ListForm& form) { return driver.PressRow(form, form.grid, row); }};
+    return {name, [row](Driver& driver, SampleForm& form) { return driver.PressRow(form, form.grid, row); }};
   }
   static Step Double(const char* name, std::int64_t row) {
     return {name,
-            [row](Driver& driver, ListForm& form) { return driver.DoubleClickRow(form, form.grid, row); }};
+            [row](Driver& driver, SampleForm& form) { return driver.DoubleClickRow(form, form.grid, row); }};
   }
   static Step Header(const char* name, int column) {
-    return {name,
-            [column](Driver& driver, ListForm& form) { return driver.PressHeader(form, form.grid, column); }};
+    return {name, [column](Driver& driver, SampleForm& form) {
+              return driver.PressHeader(form, form.grid, column);
+            }};
   }
   static Step Tool(const char* name, int number) {
-    return {name,
-            [number](Driver& driver, ListForm& form) { return driver.PressTool(form, form.tools, number); }};
+    return {name, [number](Driver& driver, SampleForm& form) {
+              return driver.PressTool(form, form.tools, number);
+            }};
   }
   static Step Key(const char* written) {
-    return {written, [written](Driver& driver, ListForm& form) {
+    return {written, [written](Driver& driver, SampleForm& form) {
               return driver.PressKey(form, forms::ParseKey(written).value());
             }};
   }
-  static Step Rows(const char* name, CountedRows ListForm::*rows) {
-    return Do(name, [rows](ListForm& form) { form.grid.SetRows(&(form.*rows)); });
+  static Step Rows(const char* name, CountedRows SampleForm::*rows) {
+    return Do(name, [rows](SampleForm& form) { form.grid.SetRows(&(form.*rows)); });
   }
   /// What the form with widgets has heard since the last call; the other one heard the same.
   std::vector<std::string> TakeEvents() {
@@ -38,38 +40,37 @@ class Lists : public OnBothFrontEnds<ListForm> {
     std::erase(events, "activate");
     return events;
   }
-  using Events = std::vector<std::string>;
 };
 
 TEST_F(Lists, RowsArePressedAndRead) {
   Expect({Row("not shown", 0), kShow, Row("no rows", 0), Row("beside no rows", -1),
-          Rows("few", &ListForm::few), Row("first", 0), Row("last", 2), Row("behind the last", 3),
+          Rows("few", &SampleForm::few), Row("first", 0), Row("last", 2), Row("behind the last", 3),
           Row("before beside", -2), Double("double click", 1), Double("double click beside", -1),
           Header("header", 2), Header("no such header", 3), Header("no header", -1),
           Row("after sorting", 2)});
   EXPECT_EQ(TakeEvents(),
             (Events{"row -1", "row 0", "row 2", "row 1", "double click", "row -1", "header ci", "row 2"}));
-  Expect({Rows("very many", &ListForm::many), Row("far away", 987'654), Row("beside very many", -1),
-          Double("the last", 999'999), Rows("none", &ListForm::none), Row("gone", 999'999)});
+  Expect({Rows("very many", &SampleForm::many), Row("far away", 987'654), Row("beside very many", -1),
+          Double("the last", 999'999), Rows("none", &SampleForm::none), Row("gone", 999'999)});
 }
 
 TEST_F(Lists, TheWindowDecidesWhatIsSelected) {
-  Expect({kShow, Rows("few", &ListForm::few), Row("a row", 1),
-          Do("presses select no more", [](ListForm& form) { form.follows_presses = false; }),
+  Expect({kShow, Rows("few", &SampleForm::few), Row("a row", 1),
+          Do("presses select no more", [](SampleForm& form) { form.follows_presses = false; }),
           Row("another", 2), Double("a double click on a row that is not selected", 0),
-          Do("by the program", [](ListForm& form) { form.grid.SelectRow(2); }),
+          Do("by the program", [](SampleForm& form) { form.grid.SelectRow(2); }),
           Double("on the selected row", 2),
-          Do("out of range", [](ListForm& form) { form.grid.SelectRow(3); }),
-          Do("before a refresh", [](ListForm& form) { form.grid.SelectRow(1); }),
-          Do("a refresh", [](ListForm& form) { form.grid.Refresh(); }),
-          Do("captions", [](ListForm& form) { form.grid.SetColumnCaption(1, "Firm"); })});
+          Do("out of range", [](SampleForm& form) { form.grid.SelectRow(3); }),
+          Do("before a refresh", [](SampleForm& form) { form.grid.SelectRow(1); }),
+          Do("a refresh", [](SampleForm& form) { form.grid.Refresh(); }),
+          Do("captions", [](SampleForm& form) { form.grid.SetColumnCaption(1, "Firm"); })});
 }
 
 TEST_F(Lists, DisabledAndHiddenOnesAreRefused) {
   Expect({kShow,
-          Rows("few", &ListForm::few),
+          Rows("few", &SampleForm::few),
           Do("disabled",
-             [](ListForm& form) {
+             [](SampleForm& form) {
                form.grid.SetEnabled(false);
                form.tools.SetItemEnabled(2, false);
                form.tools.SetItemVisible(3, false);
@@ -87,17 +88,17 @@ TEST_F(Lists, DisabledAndHiddenOnesAreRefused) {
           Tool("too small", 0),
           Tool("too large", 8),
           Do("enabled",
-             [](ListForm& form) {
+             [](SampleForm& form) {
                form.grid.SetEnabled(true);
                form.tools.SetItemEnabled(2, true);
                form.tools.SetToolTip(2, "<i>other</i>");
              }),
           Row("row", 0),
           Tool("enabled again", 2),
-          Do("the whole bar", [](ListForm& form) { form.tools.SetEnabled(false); }),
+          Do("the whole bar", [](SampleForm& form) { form.tools.SetEnabled(false); }),
           Tool("of a disabled bar", 1),
           Do("hidden",
-             [](ListForm& form) {
+             [](SampleForm& form) {
                form.grid.SetVisible(false);
                form.tools.SetVisible(false);
              }),
@@ -107,14 +108,14 @@ TEST_F(Lists, DisabledAndHiddenOnesAreRefused) {
 }
 
 TEST_F(Lists, AWindowThatOpensAndClosesFromAPressIsSafe) {
-  Expect({kShow, Rows("few", &ListForm::few),
+  Expect({kShow, Rows("few", &SampleForm::few),
           Do("pressing unloads",
-             [](ListForm& form) {
+             [](SampleForm& form) {
                form.grid.on_mouse_down = [&form](auto) { form.RequestUnload(forms::kFromCode); };
              }),
           Double("press", 1), kShow,
           Do("disabling on a press",
-             [](ListForm& form) {
+             [](SampleForm& form) {
                form.grid.on_mouse_down = [&form](auto row) {
                  form.grid.SelectRow(row);
                  form.grid.SetEnabled(false);
@@ -131,28 +132,28 @@ TEST_F(Lists, AnEditableListTakesAnyText) {
     for (int i = 0; i < times; ++i) all += text;
     return all;
   };
-  Expect({kShow, Type("not editable", &ListForm::cmbKind, "first"),
-          Type("an own text", &ListForm::cmbTitle, "Prof"),
-          Type("over it, an item", &ListForm::cmbTitle, "Mrs"), Type("nothing", &ListForm::cmbTitle, ""),
-          Do("limit", [](ListForm& form) { form.cmbTitle.SetMaxLength(50); }),
-          Type("forty-nine and a half", &ListForm::cmbTitle, "x" + repeat(combining, 30)),
-          Type("beyond the first plane", &ListForm::cmbTitle, repeat(beyond, 49) + "ab"),
-          Do("typed", [&](ListForm& form) { EXPECT_EQ(form.cmbTitle.text(), repeat(beyond, 49) + "a"); }),
-          Choose("choose", &ListForm::cmbTitle, 2), Choose("choose it again", &ListForm::cmbTitle, 2),
+  Expect({kShow, Type("not editable", &SampleForm::cmbLine, "first"),
+          Type("an own text", &SampleForm::cmbTitle, "Prof"),
+          Type("over it, an item", &SampleForm::cmbTitle, "Mrs"), Type("nothing", &SampleForm::cmbTitle, ""),
+          Do("limit", [](SampleForm& form) { form.cmbTitle.SetMaxLength(50); }),
+          Type("forty-nine and a half", &SampleForm::cmbTitle, "x" + repeat(combining, 30)),
+          Type("beyond the first plane", &SampleForm::cmbTitle, repeat(beyond, 49) + "ab"),
+          Do("typed", [&](SampleForm& form) { EXPECT_EQ(form.cmbTitle.text(), repeat(beyond, 49) + "a"); }),
+          Choose("choose", &SampleForm::cmbTitle, 2), Choose("choose it again", &SampleForm::cmbTitle, 2),
           Do("the program's text is not cut",
-             [&](ListForm& form) { form.cmbTitle.SetText(repeat("long ", 20)); }),
-          Do("index", [](ListForm& form) { form.cmbTitle.SetListIndex(0); }),
-          Do("index that is none", [](ListForm& form) { form.cmbTitle.SetListIndex(-1); }),
-          Type("text", &ListForm::cmbTitle, "Ing"),
-          Do("one item more", [](ListForm& form) { form.cmbTitle.AddItem("Sir"); }),
-          Do("no items", [](ListForm& form) { form.cmbTitle.Clear(); }),
-          Do("disabled", [](ListForm& form) { form.cmbTitle.SetEnabled(false); }),
-          Type("into a disabled one", &ListForm::cmbTitle, "x")});
+             [&](SampleForm& form) { form.cmbTitle.SetText(repeat("long ", 20)); }),
+          Do("index", [](SampleForm& form) { form.cmbTitle.SetListIndex(0); }),
+          Do("index that is none", [](SampleForm& form) { form.cmbTitle.SetListIndex(-1); }),
+          Type("text", &SampleForm::cmbTitle, "Ing"),
+          Do("one item more", [](SampleForm& form) { form.cmbTitle.AddItem("Sir"); }),
+          Do("no items", [](SampleForm& form) { form.cmbTitle.Clear(); }),
+          Do("disabled", [](SampleForm& form) { form.cmbTitle.SetEnabled(false); }),
+          Type("into a disabled one", &SampleForm::cmbTitle, "x")});
 }
 
 TEST_F(Lists, KeysGoToTheirControlThenToButtonsThenToShortcuts) {
   const auto focus = [](const char* name, auto member) {
-    return Do(name, [member](ListForm& form) { (form.*member).SetFocus(); });
+    return Do(name, [member](SampleForm& form) { (form.*member).SetFocus(); });
   };
   struct Case {
     const char* key;
@@ -164,23 +165,23 @@ TEST_F(Lists, KeysGoToTheirControlThenToButtonsThenToShortcuts) {
       EXPECT_EQ(TakeEvents(), test.events) << test.key;
     }
   };
-  Expect({Key("F5"), kShow, Rows("few", &ListForm::few), focus("text box", &ListForm::txtName)});
+  Expect({Key("F5"), kShow, Rows("few", &SampleForm::few), focus("text box", &SampleForm::txtName)});
   expect({{"F5", {"mnuRefresh"}},
           {"Ctrl+N", {"mnuNew"}},
           {"Del", {}},
-          {"Enter", {"btnSearch"}},
-          {"Esc", {"btnClose"}},
+          {"Enter", {"cmdOk"}},
+          {"Esc", {"cmdCancel"}},
           {"Ctrl+Q", {}},
           {"Ctrl+G", {}}});
-  Expect({focus("many lines", &ListForm::txtLines)});
-  expect({{"Enter", {}}, {"Del", {}}, {"F5", {"mnuRefresh"}}, {"Ctrl+F", {"find"}}});
-  Expect({focus("editable list", &ListForm::cmbTitle)});
-  expect({{"Del", {}}, {"Enter", {"btnSearch"}}, {"Down", {"cmbTitle 0"}}, {"Ctrl+N", {"mnuNew"}}});
-  Expect({focus("list", &ListForm::cmbKind)});
-  expect({{"Del", {"mnuDelete"}}, {"End", {"cmbKind 1"}}, {"Up", {"cmbKind 0"}}, {"Enter", {"btnSearch"}}});
-  Expect({focus("button", &ListForm::btnClose)});
-  expect({{"Enter", {"btnClose"}}, {"Del", {"mnuDelete"}}});
-  Expect({focus("grid", &ListForm::grid)});
+  Expect({Choose("its page", &SampleForm::pages, 1), focus("many lines", &SampleForm::txtNote)});
+  expect({{"Enter", {"txtNote \r\n"}}, {"Del", {}}, {"F5", {"mnuRefresh"}}, {"Ctrl+F", {"find"}}});
+  Expect({focus("editable list", &SampleForm::cmbTitle)});
+  expect({{"Del", {}}, {"Enter", {"cmdOk"}}, {"Down", {"cmbTitle 0"}}, {"Ctrl+N", {"mnuNew"}}});
+  Expect({focus("list", &SampleForm::cmbLine)});
+  expect({{"Del", {"mnuDelete"}}, {"End", {"cmbLine 1"}}, {"Up", {"cmbLine 0"}}, {"Enter", {"cmdOk"}}});
+  Expect({focus("button", &SampleForm::cmdCancel)});
+  expect({{"Enter", {"cmdCancel"}}, {"Del", {"mnuDelete"}}});
+  Expect({focus("grid", &SampleForm::grid)});
   expect({{"Enter", {"mnuEdit"}},
           {"Down", {"row 0"}},
           {"Down", {"row 1"}},
@@ -190,20 +191,20 @@ TEST_F(Lists, KeysGoToTheirControlThenToButtonsThenToShortcuts) {
           {"Home", {"row 0"}},
           {"Up", {}},
           {"Del", {"mnuDelete"}},
-          {"Esc", {"btnClose"}}});
-  Expect({Do("entries that cannot be reached", [](ListForm& form) {
+          {"Esc", {"cmdCancel"}}});
+  Expect({Do("entries that cannot be reached", [](SampleForm& form) {
     form.mnuDelete.SetEnabled(false);
     form.mnuRefresh.SetVisible(false);
   })});
   expect({{"Del", {}}, {"F5", {}}, {"Ctrl+N", {"mnuNew"}}});
-  Expect({Do("a menu that cannot be reached", [](ListForm& form) { form.mnuList.SetEnabled(false); })});
+  Expect({Do("a menu that cannot be reached", [](SampleForm& form) { form.mnuFile.SetEnabled(false); })});
   expect({{"Ctrl+N", {}}, {"Ctrl+F", {"find"}}});
-  Expect({Do("another key", [](ListForm& form) {
-    form.mnuList.SetEnabled(true);
+  Expect({Do("another key", [](SampleForm& form) {
+    form.mnuFile.SetEnabled(true);
     form.mnuNew.SetShortcut("Ctrl+Shift+M");
   })});
   expect({{"Ctrl+N", {}}, {"Ctrl+Shift+M", {"mnuNew"}}});
 }
 
 }  // namespace
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

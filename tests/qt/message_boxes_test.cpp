@@ -3,13 +3,14 @@
 #include <QMessageBox>
 
 #include "adapters/qt/qt_message_boxes.h"
-#include "qt/qt_fixture.h"
+#include "qt/sample_form.h"
+#include "screen_front_end.h"
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 namespace {
 
 using ports::BoxAnswer;
-using MessageBoxes = QtFixture;
+using MessageBoxes = ScreenFrontEnd;
 
 QMessageBox* OpenBox() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
 
@@ -78,13 +79,5 @@ TEST_F(MessageBoxes, ALongPathDoesNotMakeABoxWiderThanTheScreen) {
             BoxAnswer::kOk);
 }
 
-TEST_F(MessageBoxes, TheEndOfTheProcessClosesTheBox) {
-  adapters::QtMessageBoxes boxes(boundary_, "Title");
-  post_([] { throw base::ProcessEnded{}; });
-  EXPECT_THROW(boxes.Show("text", ports::kOkOnly), base::ProcessEnded);
-  EXPECT_EQ(OpenBox(), nullptr);
-  EXPECT_THROW(boxes.Show("text", ports::kOkOnly), base::ProcessEnded);
-}
-
 }  // namespace
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

@@ -3,11 +3,12 @@
 #include <QTemporaryDir>
 
 #include "adapters/qt/qt_notification_area.h"
-#include "qt/qt_fixture.h"
+#include "qt/sample_form.h"
+#include "screen_front_end.h"
 #include "support/error_number.h"
 #include "support/latin1_code_page.h"
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 namespace {
 
 using namespace ports;
@@ -36,7 +37,7 @@ class FakeTray final : public adapters::TrayBackend {
   Listener listener;
 };
 
-class NotificationArea : public QtFixture {
+class NotificationArea : public ScreenFrontEnd {
  protected:
   void SetUp() override {
     form_.Load();
@@ -179,4 +180,4 @@ TEST_F(NotificationArea, IconFilesAreLoadedOnceAndCheckedAlways) {
 }
 
 }  // namespace
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

@@ -11,13 +11,13 @@
 #include "scenario/dumps.h"
 #include "screen_front_end.h"
 
-namespace kestro::qt_tests {
+namespace kestro::front_end_tests {
 
 /// The same steps on the front end without drawing and on the one with native
 /// widgets that this test program was built for: results, readings and what the
 /// form hears must be the same.
 template <class SomeForm>
-class OnBothFrontEnds : public testing::Test {
+class OnBothFrontEnds : public ScreenFrontEnd {
  protected:
   struct Step {
     const char* name;
@@ -54,17 +54,17 @@ class OnBothFrontEnds : public testing::Test {
   void Expect(const std::vector<Step>& steps) {
     for (const Step& step : steps) {
       const bool expected = step.act(headless_driver_, headless_form_);
-      const bool done = step.act(screen_.driver, screen_form_);
+      const bool done = step.act(driver_, screen_form_);
       EXPECT_EQ(done, expected) << step.name;
       headless_driver_.Settle();
-      screen_.driver.Settle();
+      driver_.Settle();
       ExpectSame(step.name);
     }
   }
 
   void ExpectSame(const char* step) {
     const forms::WindowReading expected = headless_driver_.Read(headless_form_);
-    const forms::WindowReading shown = screen_.driver.Read(screen_form_);
+    const forms::WindowReading shown = driver_.Read(screen_form_);
     EXPECT_EQ(scenario::DumpWindow(screen_form_, shown), scenario::DumpWindow(headless_form_, expected))
         << step;
     EXPECT_TRUE(shown.controls == expected.controls) << step;  // and what is not written out
@@ -74,8 +74,7 @@ class OnBothFrontEnds : public testing::Test {
   adapters::HeadlessFormHost headless_;
   adapters::HeadlessFrontEndDriver headless_driver_{headless_};
   SomeForm headless_form_{headless_};
-  ScreenFrontEnd screen_;
-  SomeForm screen_form_{screen_.host};
+  SomeForm screen_form_{host_};
 };
 
-}  // namespace kestro::qt_tests
+}  // namespace kestro::front_end_tests

@@ -20,6 +20,7 @@
 #include "adapters/win32/registry_settings.h"
 #include "adapters/win32/wide_text.h"
 #include "adapters/win32/win32_file_system.h"
+#include "adapters/win32/win32_growing_file.h"
 #include "base/runtime_error.h"
 #include "support/error_number.h"
 #include "windows/support/running_program.h"
@@ -110,7 +111,7 @@ TEST(SecondStarts, OnlyNumbersOfLinksAreTaken) {
   EXPECT_TRUE(send(kDial, ""));
   for (const std::string text : {"*21", "602 111", "tel:1", "+", "1\n"})
     EXPECT_FALSE(send(kDial, text)) << text;
-  EXPECT_FALSE(send(kDial, std::string(5000, '1')));
+  for (const std::size_t size : {33U, 5000U}) EXPECT_FALSE(send(kDial, std::string(size, '1'))) << size;
   EXPECT_FALSE(send(kDial + 1, "602111222"));
   COPYDATASTRUCT without_data{kDial, 5, nullptr};
   EXPECT_EQ(0, ::SendMessageW(window.handle(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&without_data)));
@@ -216,6 +217,36 @@ TEST(Win32FileSystem, CopiesWholeFilesAndSaysWhyNot) {
   EXPECT_EQ(files.FileAttributes(path("b")) & 1, 0) << "the copy is write-protected, too";
   EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 2) << "an unfinished copy is left";
   ::SetFileAttributesW((folder / "a").c_str(), FILE_ATTRIBUTE_NORMAL);
+  fs::remove_all(folder);
+}
+
+TEST(Win32GrowingFile, GrowsIsRenamedAndRefusesWhatIsNoFile) {
+  const fs::path folder = fs::temp_directory_path() / "kestro-growing-file";
+  fs::remove_all(folder);
+  const std::string place = folder.string() + "\\\xC5\xBDlu\xC5\xA5";
+  const std::string path = place + "\\file";
+  const Win32FileSystem files("", "");
+  Win32GrowingFile file;
+  file.MakeFolder(folder.string());
+  file.MakeFolder(place);
+  file.MakeFolder(place);
+  EXPECT_EQ(file.Open(path), 0U);
+  file.Append("one\r\n");
+  EXPECT_EQ(files.ReadStart(path, 9), "one\r\n") << "others may read it";
+  EXPECT_EQ(file.Open(path), 5U);
+  file.Append("two\r\n");
+  EXPECT_EQ(test::ErrorNumberOf([&] { file.Rename(path, path + ".1"); }), base::kPathAccessError)
+      << "it is open";
+  for (int i = 0; i < 2; ++i) {
+    file.Close();
+    file.Rename(path, path + ".1");
+    file.Rename(path, path + ".1");  // there is none
+    EXPECT_EQ(files.ReadStart(path + ".1", 99), i == 0 ? "one\r\ntwo\r\n" : "new");
+    EXPECT_EQ(file.Open(path), 0U);
+    file.Append("new");
+  }
+  EXPECT_EQ(test::ErrorNumberOf([&] { file.Open(place); }), base::kPathAccessError);
+  EXPECT_EQ(test::ErrorNumberOf([&] { file.Open(path + "\\none\\file"); }), base::kPathNotFound);
   fs::remove_all(folder);
 }
 

@@ -19,11 +19,6 @@ constexpr const wchar_t* kSettings = L"KESTRO CTI settings";
 constexpr const wchar_t* kUnknownCaller = L"Unknown caller";
 constexpr const wchar_t* kNoLineFunctions =
     L"TAPI subsystem can't be initialized. Please contact your network administrator.";
-constexpr const wchar_t* kOldLineFunctions =
-    L"No TAPI 1.4 or higher compliant device detected. Telephony server communication may have failed. "
-    L"\r\n\r\nPlease contact your network administrator.";
-constexpr const wchar_t* kNoLineChosen =
-    L"Telephone line is not configured. \r\nPlease select a line and save configuration by clicking OK.";
 constexpr const char* kOpen = "ok\ninitialised line-open\n";
 constexpr const char* kClosed = "ok\nshut-down line-closed\n";
 constexpr const char* kFailure = "0x80000048";
@@ -39,37 +34,6 @@ bool Responds(const RunningProgram& program) {
   DWORD_PTR result = 0;
   return program.Runs() &&
          ::SendMessageTimeoutW(program.Listener(), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &result) != 0;
-}
-
-TEST_F(MisbehavingLine, EveryFunctionOfTheStartMayFail) {
-  const struct {
-    std::string function;
-    std::vector<std::wstring> boxes;
-    bool settings;  // the settings window opens, there is no line to choose
-  } cases[] = {
-      {"lineInitialize", {kNoLineFunctions, kNoLineChosen}, true},
-      {"lineNegotiateAPIVersion", {kOldLineFunctions, kNoLineChosen}, true},
-      {"lineGetDevCaps", {kNoLineChosen}, true},
-      {"lineOpen", {}, false},
-      {"lineSetStatusMessages", {}, false},
-  };
-  for (const auto& one : cases) {
-    SCOPED_TRACE(one.function);
-    ResetUser("EXT 101");
-    const RunningProgram program("fail " + one.function + " 0x80000048");
-    for (const std::wstring& box : one.boxes) {
-      EXPECT_EQ(program.AwaitBox(), box);
-      program.AnswerBox();
-    }
-    if (one.settings) {
-      EXPECT_NE(program.AwaitWindow(kSettings), nullptr);
-    } else {
-      // What had been opened is closed again.
-      EXPECT_TRUE(Eventually([&] { return program.Ask("status") == kClosed; }));
-    }
-    EXPECT_TRUE(program.SaysNothing());
-    EXPECT_TRUE(Responds(program));
-  }
 }
 
 TEST_F(MisbehavingLine, EveryFunctionOfStoppingAndStartingMayFail) {

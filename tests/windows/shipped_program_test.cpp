@@ -38,8 +38,6 @@ class ShippedProgram : public testing::Test {
   }
 };
 
-HWND TaskBar() { return ::FindWindowW(L"Shell_TrayWnd", nullptr); }
-
 /// Asks the task bar for the program's icon, which has the number 1; the reply tells whether it is there.
 bool TellTaskBar(DWORD request, const RunningProgram& program) {
   NOTIFYICONDATAW icon{};
@@ -88,7 +86,7 @@ TEST_F(ShippedProgram, AClickOnTheIconReachesItAlsoInANewTaskBar) {
   // The only icon is the last thing in the bar.
   constexpr int kHalfIcon = 12;
   RECT bar{};
-  ::GetWindowRect(TaskBar(), &bar);
+  ::GetWindowRect(::FindWindowW(L"Shell_TrayWnd", nullptr), &bar);
   ::SetCursorPos(bar.right - kHalfIcon, (bar.top + bar.bottom) / 2);
   ::mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
   ::mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
@@ -217,24 +215,6 @@ TEST_F(ShippedProgram, ALinkWaitsForTheEndOfTheStart) {
   ::PostMessageW(ChildOf(settings, L"Button", L"Cancel"), BM_CLICK, 0, 0);
   EXPECT_THAT(program.AwaitBox(), HasSubstr(L"A link asks to dial 602111222."));
   EXPECT_EQ(program.FindVisible(L"KESTRO CTI settings"), nullptr);
-}
-
-TEST_F(ShippedProgram, DataOfOtherProgramsDoNoHarm) {
-  const RunningProgram program;
-  ASSERT_TRUE(program.Monitors());
-  constexpr ULONG_PTR kDial = 0x4C414944;
-  std::string digits(1'000'000, '1');
-  const COPYDATASTRUCT messages[] = {
-      {kDial, static_cast<DWORD>(digits.size()), digits.data()},
-      {kDial, 33, digits.data()},  // in the middle of more, without an end
-      {kDial + 1, 5, digits.data()},
-      {0, 0, nullptr},
-  };
-  for (COPYDATASTRUCT message : messages) {
-    EXPECT_EQ(::SendMessageW(program.Listener(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&message)), FALSE);
-    EXPECT_TRUE(program.SaysNothing());
-  }
-  EXPECT_TRUE(program.Monitors());
 }
 
 TEST_F(ShippedProgram, ItEndsInOrderWithTheSession) {

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include <array>
 #include <atomic>
+#include <cstdlib>
 #include <cwchar>
 #include <filesystem>
 #include <fstream>
@@ -17,25 +17,21 @@
 namespace {
 
 constexpr DISPID kDial = 1;
-std::atomic<LONG> objects{0};
 
-std::wstring OutputFile() {
-  std::array<wchar_t, MAX_PATH> path{};
-  ::GetEnvironmentVariableW(L"KESTRO_DIALLED_FILE", path.data(), static_cast<DWORD>(path.size()));
-  return path.data();
-}
-
-class DialCom final : public IDispatch {
+template <class Interface>
+class Object : public Interface {
  public:
-  DialCom() { ++objects; }
-  virtual ~DialCom() { --objects; }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IDispatch);
+  virtual ~Object() = default;
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) final {
+    const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, __uuidof(Interface));
     *object = known ? this : nullptr;
-    if (known) AddRef();
+    if (known) this->AddRef();
     return known ? S_OK : E_NOINTERFACE;
   }
+};
+
+class DialCom final : public Object<IDispatch> {
+ public:
   ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
   ULONG STDMETHODCALLTYPE Release() override {
     const ULONG left = --references_;
@@ -62,7 +58,8 @@ class DialCom final : public IDispatch {
       exception->scode = E_FAIL;
       return DISP_E_EXCEPTION;
     }
-    std::ofstream(std::filesystem::path(OutputFile()), std::ios::app) << number << "\n";
+    const std::filesystem::path file(::_wgetenv(L"KESTRO_DIALLED_FILE"));
+    std::ofstream(file, std::ios::app) << number << "\n";
     if (result != nullptr) {
       result->vt = VT_I2;
       result->iVal = 7;
@@ -74,14 +71,8 @@ class DialCom final : public IDispatch {
   std::atomic<ULONG> references_{0};
 };
 
-class Factory final : public IClassFactory {
+class Factory final : public Object<IClassFactory> {
  public:
-  virtual ~Factory() = default;
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IClassFactory);
-    *object = known ? this : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
-  }
   // The factory lives as long as the library.
   ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
@@ -100,8 +91,4 @@ extern "C" __declspec(dllexport) HRESULT STDAPICALLTYPE
     DllGetClassObject(REFCLSID, REFIID id, void** object) {
   static Factory factory;
   return factory.QueryInterface(id, object);
-}
-
-extern "C" __declspec(dllexport) HRESULT STDAPICALLTYPE DllCanUnloadNow() {
-  return objects == 0 ? S_OK : S_FALSE;
 }

@@ -7,7 +7,7 @@
 #include "adapters/win32/front_end/image.h"
 #include "adapters/win32/front_end/tracks.h"
 
-namespace kestro::windows_tests {
+namespace kestro::front_end_tests {
 namespace {
 
 using adapters::win32::Image;
@@ -26,24 +26,19 @@ TEST(Win32Tracks, RoomIsSharedOutAsTheElementsNeedIt) {
     int length;
     std::vector<int> lengths;  // of the tracks
   };
+  const Need first{0, 1, 20, 50, false};
+  const Need second{1, 1, 30, 60, false};
+  const Need wide{0, 2, 0, 200, false};
   const Case cases[] = {
-      {"as wanted", {{0, 1, 20, 50, false}, {1, 1, 30, 60, false}}, {}, 120, {50, 60}},
-      {"what is left over stays so", {{0, 1, 20, 50, false}, {1, 1, 30, 60, false}}, {}, 200, {50, 60}},
-      {"the growing one takes it", {{0, 1, 20, 50, true}, {1, 1, 30, 60, false}}, 1, 200, {50, 140}},
+      {"as wanted", {first, second}, {}, 120, {50, 60}},
+      {"what is left over stays so", {first, second}, {}, 200, {50, 60}},
+      {"the growing one takes it", {{0, 1, 20, 50, true}, second}, 1, 200, {50, 140}},
       {"those that like to grow", {{0, 1, 20, 50, true}, {1, 1, 30, 60, true}}, {}, 200, {90, 100}},
-      {"an empty one grows", {{0, 1, 20, 50, false}, {2, 1, 30, 60, false}}, 1, 200, {50, 80, 60}},
-      {"too short", {{0, 1, 20, 50, false}, {1, 1, 30, 90, false}}, {}, 120, {40, 70}},
-      {"never below the least", {{0, 1, 20, 50, false}, {1, 1, 30, 60, false}}, {}, 10, {20, 30}},
-      {"a wide element",
-       {{0, 1, 20, 50, false}, {1, 1, 30, 60, false}, {0, 2, 0, 200, false}},
-       {},
-       200,
-       {90, 100}},
-      {"a wide element over a growing one",
-       {{0, 1, 20, 50, false}, {1, 1, 30, 60, false}, {0, 2, 0, 200, false}},
-       1,
-       200,
-       {50, 140}},
+      {"an empty one grows", {first, {2, 1, 30, 60, false}}, 1, 200, {50, 80, 60}},
+      {"too short", {first, {1, 1, 30, 90, false}}, {}, 120, {40, 70}},
+      {"never below the least", {first, second}, {}, 10, {20, 30}},
+      {"a wide element", {first, second, wide}, {}, 200, {90, 100}},
+      {"a wide element over a growing one", {first, second, wide}, 1, 200, {50, 140}},
   };
   for (const Case& test : cases) {
     Tracks tracks(test.needs, kGap, test.growing);
@@ -112,4 +107,4 @@ TEST(Win32Images, APngIsReadBackAsItWas) {
 }
 
 }  // namespace
-}  // namespace kestro::windows_tests
+}  // namespace kestro::front_end_tests
