@@ -9,8 +9,7 @@ struct LimitedText {
   qsizetype cursor;  // behind what was taken, in QString units
 };
 
-/// What remains of an edit of `before` to `after` when the text may hold `most`
-/// characters (0 = any number): what was inserted is cut, what was there stays.
+/// forms::LimitTyping for texts of Qt.
 [[nodiscard]] LimitedText LimitTyping(const QString& before, const QString& after, int most);
 
 }  // namespace kestro::adapters

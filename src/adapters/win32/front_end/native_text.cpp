@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "adapters/win32/wide_text.h"
+#include "forms/typing_limit.h"
 
 namespace kestro::adapters::win32 {
 namespace {
@@ -97,23 +98,8 @@ std::string ShownText::Read(HWND window) const {
 }
 
 LimitedText LimitTyping(std::wstring_view before, std::wstring_view after, int most) {
-  const std::u32string old_text = Characters(before);
-  std::u32string text = Characters(after);
-  const auto prefix = static_cast<std::size_t>(
-      std::mismatch(old_text.begin(), old_text.end(), text.begin(), text.end()).first - old_text.begin());
-  std::size_t suffix = 0;
-  const std::size_t most_suffix = std::min(old_text.size(), text.size()) - prefix;
-  while (suffix < most_suffix && old_text[old_text.size() - 1 - suffix] == text[text.size() - 1 - suffix]) {
-    ++suffix;
-  }
-  std::size_t inserted = text.size() - prefix - suffix;
-  const auto limit = static_cast<std::size_t>(std::max(most, 0));
-  if (limit > 0 && text.size() > limit) {
-    const std::size_t surplus = std::min(inserted, text.size() - limit);
-    text.erase(prefix + inserted - surplus, surplus);
-    inserted -= surplus;
-  }
-  return {Units(text), Units(std::u32string_view(text).substr(0, prefix + inserted)).size()};
+  const auto [text, cursor] = forms::LimitTyping(Characters(before), Characters(after), most);
+  return {Units(text), Units(std::u32string_view(text).substr(0, cursor)).size()};
 }
 
 }  // namespace kestro::adapters::win32

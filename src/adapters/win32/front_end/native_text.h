@@ -37,8 +37,7 @@ struct LimitedText {
   std::size_t cursor = 0;  // behind what was taken
 };
 
-/// What remains of an edit of `before` to `after` when the text may hold `most`
-/// characters (0 = any number): what was inserted is cut, what was there stays.
+/// forms::LimitTyping for texts of Windows.
 [[nodiscard]] LimitedText LimitTyping(std::wstring_view before, std::wstring_view after, int most);
 
 }  // namespace kestro::adapters::win32
