@@ -27,6 +27,7 @@ class FramePanel final : public QGroupBox {
   [[nodiscard]] const QString& caption() const { return caption_; }
 
   [[nodiscard]] QSize minimumSizeHint() const override {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): without a title there is no room for one
     return title().isEmpty() ? QWidget::minimumSizeHint() : QGroupBox::minimumSizeHint();
   }
 

@@ -144,6 +144,7 @@ bool GridView::event(QEvent* event) {
 
 void GridView::keyPressEvent(QKeyEvent* event) {
   if (IsPlain(*event) && (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)) {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): these scroll, in place of moving to another cell
     return QAbstractScrollArea::keyPressEvent(event);
   }
   if (!IsOwnKey(*event)) return event->ignore();

@@ -36,7 +36,7 @@ class QtFrontEndDriver final : public forms::FrontEndDriver {
   /// The control's widget if the user can act on it, else nullptr.
   [[nodiscard]] QWidget* ReachableWidget(const forms::Form& form, const forms::Control& control) const;
   bool ClickMenu(QtWindow& window, const forms::MenuItem& item);
-  void PressButton(QtWindow& window, const forms::Control& control, QWidget& widget);
+  static void PressButton(QtWindow& window, const forms::Control& control, QWidget& widget);
   /// After an action: the end of the process comes through.
   bool Done() const;
 

@@ -49,7 +49,7 @@ class QtMenus {
   };
 
   void Add(const forms::MenuItem& item);
-  void Remove(const Entry& entry);
+  static void Remove(const Entry& entry);
   void Populate(const forms::MenuItem& parent);
   void PopulateBar();
   void Show(const forms::MenuItem& item);

@@ -1,6 +1,7 @@
 #include "adapters/qt/qt_window.h"
 
 #include <algorithm>
+#include <ranges>
 
 #include <QAbstractButton>
 #include <QAction>
@@ -81,10 +82,10 @@ const ControlBinding* QtWindow::Binding(const Control& control) const {
 void QtWindow::LayOut() {
   const auto widget_of = [this](const Control& control) { return WidgetOf(control); };
   // From the inner containers to the outer ones, so that these know what wants to grow.
-  for (auto binding = bindings_.rbegin(); binding != bindings_.rend(); ++binding) {
-    Control& control = (*binding)->control();
+  for (const auto& binding : bindings_ | std::views::reverse) {
+    Control& control = binding->control();
     if (auto* frame = dynamic_cast<forms::Frame*>(&control)) {
-      LayOutContainer(*frame, (*binding)->widget(), Margins::kNone, widget_of);
+      LayOutContainer(*frame, binding->widget(), Margins::kNone, widget_of);
     }
     if (auto* pages = dynamic_cast<forms::TabPages*>(&control)) {
       for (int i = 0; i < pages->page_count(); ++i) {
