@@ -140,11 +140,22 @@ TEST_F(CTIContactsTest, LeavesTheUserFieldNamesWhenStoringFails) {
   UserFieldService service(database);
   service.SetConnectionString(store_.connection_string());
   const UserFieldNames names = {"1", "2", "3", "4"};
+  service.StoreUserFieldNames({"earlier", "ones", "", ""});
   service.StoreUserFieldNames(names);
   files.before_change = [] { throw jet::Error(jet::ErrorKind::kFileSystem, "disk full"); };
   EXPECT_THROW(service.StoreUserFieldNames({"refused", "", "", ""}), base::RuntimeError);
   files.before_change = [] {};
   EXPECT_EQ(service.GetUserFieldNames(), names);
+}
+
+TEST_F(CTIContactsTest, ALineThatIsGoneCannotBeChanged) {
+  PhoneLineService lines(store_.database());
+  lines.SetConnectionString(store_.connection_string());
+  PhoneLine line{.id = 0, .Line = "21", .Name = "Jan"};
+  line.id = lines.AddPhoneLine(line);
+  lines.UpdatePhoneLine(line);
+  lines.DeletePhoneLine(line);
+  EXPECT_THROW(lines.UpdatePhoneLine(line), base::RuntimeError);
 }
 
 TEST(CallerIdTest, InternationalForm) {
