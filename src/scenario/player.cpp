@@ -138,7 +138,7 @@ bool Player::PerformOwnAction(const Action& action) {
       QueueAnswer(action);
       return true;
     case ActionKind::kLater:
-      throw ScriptError(action.line, "\"later\" has its place between \"during\" and \"end\"");
+      throw ScriptError(action.line, R"("later" has its place between "during" and "end")");
     case ActionKind::kDuring:
       blocks_.push_back(&action);
       return true;

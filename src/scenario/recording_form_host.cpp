@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/scope_value.h"
+#include "forms/modal_scope.h"
 #include "scenario/quoting.h"
 
 namespace kestro::scenario {
@@ -62,14 +63,9 @@ void RecordingFormHost::Hide(forms::Form& form) {
 }
 
 void RecordingFormHost::ShowModal(forms::Form& form, forms::Form* owner) {
-  struct ModalScope {
-    std::vector<forms::Form*>& stack;
-    ~ModalScope() { stack.pop_back(); }
-  };
   transcript_.Add(WindowLine(form, "modal"));
   Appeared(form);
-  modal_.push_back(&form);
-  const ModalScope scope{modal_};
+  const forms::ModalScope scope(modal_, form);
   if (modal_hook_) modal_hook_(form);
   inner_.ShowModal(form, owner);
 }

@@ -14,7 +14,7 @@ constexpr int kMostTries = 100;
 fs::path MakeTemporaryFolder() {
   std::random_device random;
   for (int count = 0; count < kMostTries; ++count) {
-    const fs::path folder = fs::temp_directory_path() / ("cti-scenario-" + std::to_string(random()));
+    fs::path folder = fs::temp_directory_path() / ("cti-scenario-" + std::to_string(random()));
     if (!fs::create_directory(folder)) continue;
     fs::permissions(folder, fs::perms::owner_all);
     return folder;

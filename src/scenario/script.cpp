@@ -159,7 +159,7 @@ class ScriptReader {
 
   std::vector<Action> ReadAll() {
     std::vector<Action> actions;
-    if (ReadUntilEnd(actions, 0)) throw ScriptError(line_, "\"end\" without \"during\"");
+    if (ReadUntilEnd(actions, 0)) throw ScriptError(line_, R"("end" without "during")");
     return actions;
   }
 
@@ -180,7 +180,7 @@ class ScriptReader {
 
   void ReadBlock(Action& during, int depth) {
     if (depth > kMaximumDepth) throw ScriptError(during.line, "too many nested blocks");
-    if (!ReadUntilEnd(during.block, depth)) throw ScriptError(during.line, "\"during\" without \"end\"");
+    if (!ReadUntilEnd(during.block, depth)) throw ScriptError(during.line, R"("during" without "end")");
     during.end_line = line_;
   }
 

@@ -15,7 +15,7 @@ constexpr std::string_view kDatabasePath = "DatabasePath";
 constexpr std::string_view kPhoneLine = "PhoneLine";
 constexpr std::string_view kDefaultDevice = "EXT 101";
 constexpr std::string_view kFirstStartDone = "FirstStartDone";
-constexpr std::string_view kUsersDatabase = "C:\\Data\\KESTRO\\KESTROCTI\\CTIDB.mdb";
+constexpr std::string_view kUsersDatabase = R"(C:\Data\KESTRO\KESTROCTI\CTIDB.mdb)";
 constexpr std::string_view kTemplate = "C:\\Program\\DBTemplate.tpl";
 constexpr std::array<std::string_view, 4> kIcons = {"idle", "ringing", "accepted", "stopped"};
 

@@ -85,18 +85,18 @@ TEST_F(MisbehavingLine, EveryFunctionOfACallMayFail) {
   const struct {
     std::string function;  // fails, and comes to be called
     std::string result;
-    bool transfers;
     std::string reply;  // to the transfer, from the exchange
+    bool transfers;
     bool says_so;
   } cases[] = {
-      {"lineGetCallInfo", kFailure, false, "", false},
-      {"lineDrop", kFailure, false, "", false},
-      {"lineDeallocateCall", kFailure, false, "", false},
-      {"lineTranslateAddress", kFailure, true, "", true},
-      {"lineBlindTransfer", kFailure, true, "", true},
+      {"lineGetCallInfo", kFailure, "", false, false},
+      {"lineDrop", kFailure, "", false, false},
+      {"lineDeallocateCall", kFailure, "", false, false},
+      {"lineTranslateAddress", kFailure, "", true, true},
+      {"lineBlindTransfer", kFailure, "", true, true},
       // Under way, refused later on.
-      {"lineBlindTransfer", "77", true, "deliver 0 12 77 0x80000048 0", true},
-      {"lineDeallocateCall", kFailure, true, "deliver 0 12 77 0 0", false},
+      {"lineBlindTransfer", "77", "deliver 0 12 77 0x80000048 0", true, true},
+      {"lineDeallocateCall", kFailure, "deliver 0 12 77 0 0", true, false},
   };
   const RunningProgram program;
   ASSERT_TRUE(program.Monitors());

@@ -18,7 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
-using testing::Not;
 
 constexpr const wchar_t* kMainWindow = L"Kestro CTI";
 constexpr const wchar_t* kUnknownCaller = L"Unknown caller";

@@ -4,26 +4,12 @@
 #include <stdexcept>
 
 #include "forms/keyboard_focus.h"
+#include "forms/modal_scope.h"
 
 namespace kestro::adapters {
 
 using forms::Control;
 using forms::Form;
-
-namespace {
-
-class ModalScope {
- public:
-  ModalScope(std::vector<Form*>& stack, Form& form) : stack_(stack) { stack_.push_back(&form); }
-  ~ModalScope() { stack_.pop_back(); }
-  ModalScope(const ModalScope&) = delete;
-  ModalScope& operator=(const ModalScope&) = delete;
-
- private:
-  std::vector<Form*>& stack_;
-};
-
-}  // namespace
 
 forms::WindowHandle HeadlessFormHost::Load(Form& form) {
   windows_[&form] = {++last_handle_, false, nullptr};
@@ -45,7 +31,7 @@ void HeadlessFormHost::Show(Form& form) {
 void HeadlessFormHost::Hide(Form& form) { RemoveFromScreen(form, true); }
 
 void HeadlessFormHost::ShowModal(Form& form, Form* /*owner*/) {
-  const ModalScope scope(modal_, form);
+  const forms::ModalScope scope(modal_, form);
   Show(form);
   while (form.visible()) {
     if (tasks_.empty()) throw std::logic_error("nothing is left to close the window " + form.name());

@@ -1,10 +1,12 @@
 #include "adapters/win32/hidden_window.h"
 
+#include <utility>
+
 #include "adapters/win32/system_error.h"
 
 namespace kestro::adapters {
 
-HiddenWindow::HiddenWindow(const std::wstring& class_name) : class_name_(class_name) {
+HiddenWindow::HiddenWindow(std::wstring class_name) : class_name_(std::move(class_name)) {
   WNDCLASSEXW description{};
   description.cbSize = sizeof(description);
   description.lpfnWndProc = &HiddenWindow::WindowProcedure;

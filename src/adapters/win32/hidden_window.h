@@ -18,7 +18,7 @@ class HiddenWindow {
   using Handler = std::function<LRESULT(WPARAM wparam, LPARAM lparam)>;
 
   /// `class_name` is what other programs find it by. Raises base::RuntimeError (51).
-  explicit HiddenWindow(const std::wstring& class_name);
+  explicit HiddenWindow(std::wstring class_name);
   ~HiddenWindow();
   HiddenWindow(const HiddenWindow&) = delete;
   HiddenWindow& operator=(const HiddenWindow&) = delete;

@@ -16,6 +16,7 @@ class FrameBinding final : public ControlBinding {
   FrameBinding(forms::Frame& frame, HWND parent, BindingOwner& owner)
       : ControlBinding(frame, owner), frame_(frame), panel_(parent, owner.panel_listener()) {
     Create(panel_.window(), L"BUTTON", BS_GROUPBOX | WS_VISIBLE, WS_EX_TRANSPARENT);
+    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): Create has just made it
     box_ = window();
     Adopt(panel_.window());
   }

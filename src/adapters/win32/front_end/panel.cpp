@@ -38,6 +38,7 @@ COLORREF ColorAround(HWND window) {
 Panel::Panel(HWND parent, PanelListener& listener) : listener_(listener) {
   RegisterPanelClass(&Panel::Procedure);
   SetColor(ColorAround(parent));
+  // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): the class must be there first
   window_ = CreateWindowExW(WS_EX_CONTROLPARENT, kPanelClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0,
                             0, 0, 0, parent, nullptr, GetModuleHandleW(nullptr), this);
   if (window_ == nullptr) {

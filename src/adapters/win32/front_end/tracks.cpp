@@ -6,7 +6,7 @@ namespace kestro::adapters::win32 {
 
 Tracks::Tracks(const std::vector<Need>& needs, int gap, std::optional<int> growing) : gap_(gap) {
   for (const Need& need : needs) {
-    const auto count = static_cast<std::size_t>(need.first + need.span);
+    const auto count = static_cast<std::size_t>(need.first) + static_cast<std::size_t>(need.span);
     if (tracks_.size() < count) tracks_.resize(count);
     for (int i = need.first; i < need.first + need.span; ++i) {
       Track& track = tracks_[static_cast<std::size_t>(i)];

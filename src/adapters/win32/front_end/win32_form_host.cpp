@@ -139,14 +139,20 @@ void Win32FormHost::ShowModal(Form& form, Form* owner) {
   win32::Window* window = Window(form);
   if (window == nullptr) return;
   boundary_.ThrowIfEnded();
-  struct Scope {
-    Win32FormHost& host;
-    Form& form;
+  class Scope {
+   public:
+    Scope(Win32FormHost& host, Form& form) : host_(host), form_(form) {}
     ~Scope() {
-      if (const win32::Window* left = host.Made(form)) host.LeaveModal(*left);
+      if (const win32::Window* left = host_.Made(form_)) host_.LeaveModal(*left);
     }
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+   private:
+    Win32FormHost& host_;
+    Form& form_;
   };
-  const Scope scope{*this, form};
+  const Scope scope(*this, form);
   EnterModal(*window, owner);
   PutOnScreen(*window, true);  // nothing else can be typed into meanwhile
   form.Activated();

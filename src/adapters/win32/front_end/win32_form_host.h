@@ -67,8 +67,8 @@ class Win32FormHost final : public forms::FormHost, private win32::WindowListene
   /// A loaded form. Most forms are loaded long before anybody sees them, many are never seen: the native
   /// controls are made when the window is first needed.
   struct Loaded {
-    forms::Form* form;
-    forms::WindowHandle handle;
+    forms::Form* form = nullptr;
+    forms::WindowHandle handle{};
     std::unique_ptr<win32::Window> window;
   };
   /// A window that waits as the only one that can be used.

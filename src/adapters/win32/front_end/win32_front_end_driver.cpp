@@ -137,13 +137,14 @@ forms::WindowReading Win32FrontEndDriver::Read(Form& form) {
   }
   const bool visible = IsWindowVisible(window->window()) != 0;
   forms::WindowReading reading{window->Caption(), visible, window->State(), {}};
-  for (const Control* control : form.controls()) {
-    if (const auto* item = dynamic_cast<const forms::MenuItem*>(control)) {
+  for (const Control* const pointer : form.controls()) {
+    const Control& control = *pointer;
+    if (const auto* item = dynamic_cast<const forms::MenuItem*>(&control)) {
       reading.controls.push_back(window->menus().Read(*item));
       continue;
     }
-    forms::ControlReading& entry = reading.controls.emplace_back(window->Binding(*control)->Read());
-    entry.focus = window->FocusedControl() == control;
+    forms::ControlReading& entry = reading.controls.emplace_back(window->Binding(control)->Read());
+    entry.focus = window->FocusedControl() == &control;
   }
   return reading;
 }
