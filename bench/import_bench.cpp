@@ -184,6 +184,7 @@ void CompareImports(int count) {
 
 int main(int argument_count, char** argument_values) {
   std::vector<std::string> lines;
+  lines.reserve(kParsedLines);
   for (int i = 0; i < kParsedLines; ++i) lines.push_back(LineOf(i));
   test::NoLog no_log;
   core::LogModule log(no_log);

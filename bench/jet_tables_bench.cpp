@@ -23,10 +23,10 @@ constexpr int kGroup = 1000;
 /// A database with the contacts, as a connection of SQLite.
 struct Side {
   std::string name;
-  sqlite3* connection;
+  sqlite3* connection = nullptr;
   std::string select_by_phone;
   std::string insert;
-  bool hashed;  // the file keeps hashes of the numbers
+  bool hashed = false;  // the file keeps hashes of the numbers
 };
 
 adapters::StatementPointer Prepare(const Side& side, const std::string& text) {

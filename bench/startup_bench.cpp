@@ -37,6 +37,7 @@ struct Figures {
 /// Runs the program to its end.
 Figures RunOnce(std::vector<std::string> command) {
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (auto& word : command) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   const auto start = std::chrono::steady_clock::now();

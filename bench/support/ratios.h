@@ -53,6 +53,7 @@ inline std::vector<char*> WithDefaults(std::vector<std::string>& arguments) {
                                            "--benchmark_enable_random_interleaving=true",
                                            "--benchmark_report_aggregates_only=false"});
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size());
   for (auto& argument : arguments) pointers.push_back(argument.data());
   return pointers;
 }

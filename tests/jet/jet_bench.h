@@ -42,6 +42,15 @@ inline void ExpectClean(jet::Database& database) {
   for (const std::string& finding : jet::CheckDatabase(database).findings) ADD_FAILURE() << finding;
 }
 
+inline std::string ValueText(const jet::Value& value) {
+  if (const auto* integer = std::get_if<std::int64_t>(&value)) return std::to_string(*integer);
+  if (const auto* number = std::get_if<double>(&value)) return std::to_string(*number);
+  if (const auto* words = std::get_if<std::string>(&value)) return *words;
+  if (const auto* bytes = std::get_if<jet::Blob>(&value)) return {bytes->begin(), bytes->end()};
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag ? "yes" : "no";
+  return {};
+}
+
 /// Everything that rows say, as text; the order is that of storage.
 inline std::string Dump(jet::Database& database) {
   std::string text;
@@ -51,13 +60,7 @@ inline std::string Dump(jet::Database& database) {
     for (jet::Cursor cursor = table->Scan(); cursor.Next();) {
       for (std::size_t i = 0; i < table->columns().size(); ++i) {
         const jet::Value value = cursor.row().Get(i);
-        text += std::to_string(value.index()) + ":";
-        if (const auto* integer = std::get_if<std::int64_t>(&value)) text += std::to_string(*integer);
-        if (const auto* number = std::get_if<double>(&value)) text += std::to_string(*number);
-        if (const auto* words = std::get_if<std::string>(&value)) text += *words;
-        if (const auto* bytes = std::get_if<jet::Blob>(&value)) text.append(bytes->begin(), bytes->end());
-        if (const auto* flag = std::get_if<bool>(&value)) text += *flag ? "yes" : "no";
-        text += "|";
+        text += std::to_string(value.index()) + ":" + ValueText(value) + "|";
       }
       text += "\n";
     }

@@ -56,7 +56,7 @@ class MemoryFileLayer : public jet::FileLayer {
     const auto found = names_.find(path);
     return found == names_.end() ? nullptr : &found->second->content;
   }
-  void Put(const std::string& path, Bytes content) {
+  void Put(const std::string& path, const Bytes& content) {
     durable_names_[path] = names_[path] = std::make_shared<State>(State{content, content, {}, 0, false});
   }
   void MakeUnremovable(const std::string& path) { unremovable_ = path; }
@@ -167,7 +167,7 @@ class MemoryFileLayer : public jet::FileLayer {
   };
 
   static jet::Error Failure(const std::string& text, jet::ErrorKind kind = jet::ErrorKind::kFileSystem) {
-    return jet::Error(kind, text);
+    return {kind, text};
   }
 
   void CountChange() {

@@ -45,8 +45,8 @@ TEST(StoredText, HasTheShortFormWhenItCan) {
       {"the first plane", "abc\xE4\xB8\xAD", 8, 4},
       {"a pair of surrogates", "abc\xF0\x9F\x98\x80", 10, 5},
       {"the longest", many, 2 + 1024, 1024},
-      {"too long", many + "x", 2 * 1025, 1025},
-      {"too long, plain letters", std::string(1025, 'x'), 2 * 1025, 1025},
+      {"too long", many + "x", 2050, 1025},
+      {"too long, plain letters", std::string(1025, 'x'), 2050, 1025},
   };
   for (const Case& one : cases) {
     Bytes stored{0xAB};

@@ -46,7 +46,7 @@ class ScreenFrontEnd : public testing::Test {
   }
   /// A letter as the keyboard sends it to the control.
   void TypeLetter(const forms::Control& control, char letter) {
-    QWidget& widget = WidgetOf<QWidget>(control);
+    auto& widget = WidgetOf<QWidget>(control);
     adapters::PressKey(widget, Qt::Key_A + letter - 'a');
     QInputMethodEvent written;
     written.setCommitString(QString(QLatin1Char(letter)));

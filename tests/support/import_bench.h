@@ -71,7 +71,9 @@ class ImportBench {
   [[nodiscard]] import::frmContactImportProgress& window() { return window_; }
   [[nodiscard]] WatchedHost& host() { return host_; }
   /// Contacts that the window counts.
-  [[nodiscard]] long Count() const { return std::atol(window_.importedContactsLabel.caption().c_str()); }
+  [[nodiscard]] long Count() const {
+    return std::strtol(window_.importedContactsLabel.caption().c_str(), nullptr, 10);
+  }
 
  private:
   class NoLine final : public core::LineMonitor {

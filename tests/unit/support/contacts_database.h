@@ -24,7 +24,7 @@ inline jet::FileLayer& Files() {
 
 /// The database component; a system path is taken for a native one.
 inline adapters::SqliteDatabase MakeSqlite(jet::FileLayer& files = Files()) {
-  return adapters::SqliteDatabase(files, [](std::string_view path) { return std::filesystem::path(path); });
+  return {files, [](std::string_view path) { return std::filesystem::path(path); }};
 }
 
 /// Makes the file of a new contacts database.
