@@ -47,7 +47,7 @@ TEST_F(NewDatabase, HasTheMaps) {
 
   const DataPage maps(page(6));
   ASSERT_EQ(maps.slot_count(), 31U);
-  EXPECT_EQ(maps.free(), kPageSize - 14 - 31U * (69 + 2));
+  EXPECT_EQ(maps.free(), kPageSize - 14 - std::size_t{31} * (69 + 2));
   EXPECT_EQ(maps.owner(), 0U);
   struct Used {
     std::size_t row;

@@ -34,6 +34,9 @@ TEST_F(EventLoop, TasksOfAPosterThatIsGoneDoNotRun) {
 
 /// A descriptor that can be read from once it was signalled.
 struct Signal {
+  Signal() = default;
+  Signal(const Signal&) = delete;
+  Signal& operator=(const Signal&) = delete;
   ~Signal() { ::close(descriptor); }
   const int descriptor = ::eventfd(0, 0);
 };

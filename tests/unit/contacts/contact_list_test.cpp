@@ -109,7 +109,7 @@ TEST_F(ContactListTest, AListWithoutRowsIsAtItsEnd) {
 
 TEST_F(ContactListTest, FindsWhatWasTypedLiterally) {
   for (const auto name :
-       {"Pat O'Hara"sv, "100 %_x"sv, "100 percent x"sv, "\"quoted\""sv, "a\0b"sv, "ab"sv, "?"sv}) {
+       {"Pat O'Hara"sv, "100 %_x"sv, "100 percent x"sv, R"("quoted")"sv, "a\0b"sv, "ab"sv, "?"sv}) {
     Create(name, name, name);
   }
   const struct {
@@ -153,7 +153,7 @@ TEST_F(ContactListTest, StandsInNobodysWay) {
   // Nothing of theirs keeps the file open: with another one in use, other programs may have it.
   const auto other = store_.folder().File("other.mdb");
   test_support::MakeContactsDatabase(other);
-  DatabaseSession(store_.database(), test_support::ConnectionString(other.string()));
+  { const DatabaseSession session(store_.database(), test_support::ConnectionString(other.string())); }
   EXPECT_NO_THROW(adapters::SqliteHandle(test_support::Files(), store_.path()));
   EXPECT_NO_THROW(Component().DeleteContact(299));
 }

@@ -136,7 +136,7 @@ TEST_F(PosixFileSystem, AFileIsReadInBlocksWhateverBecomesOfIt) {
   EXPECT_EQ(0U, reader->Read(block));
   ASSERT_EQ(0, ::mkfifo(folder_.File("reader-pipe").c_str(), 0600));
   for (const auto& [path, error] : {std::pair{"C:\\file", 53}, {"C:\\", 75}, {"C:\\reader-pipe", 75}}) {
-    EXPECT_EQ(error, ErrorNumberOf([&] { return files_.OpenForReading(path); })) << path;
+    EXPECT_EQ(error, ErrorNumberOf([&, name = path] { return files_.OpenForReading(name); })) << path;
   }
 }
 

@@ -67,8 +67,7 @@ const std::map<std::string_view, std::vector<std::string_view>> kGrammar = {
       "$insert, $values",
       "INSERT INTO t (id, small) VALUES ($key, 1)",
       "INSERT INTO u SELECT text, number FROM t WHERE $condition",
-      "INSERT INTO t (small, text) SELECT $seldom_null, name FROM u ORDER BY name COLLATE BINARY, value "
-      "LIMIT 5",
+      "INSERT INTO t (small, text) $some_of_u",
       "UPDATE t SET $assignment WHERE id = $key",
       "UPDATE t SET $assignment WHERE $condition",
       "UPDATE u SET value = value + 1 WHERE name $comparison $text",
@@ -83,6 +82,7 @@ const std::map<std::string_view, std::vector<std::string_view>> kGrammar = {
       "$select",
       "$select",
       "$select"}},
+    {"some_of_u", {"SELECT $seldom_null, name FROM u ORDER BY name COLLATE BINARY, value LIMIT 5"}},
     {"insert", {"INSERT INTO t (number, small, text, memo, real) VALUES $values"}},
     {"select", {"SELECT * FROM t WHERE $condition $order"}},
     {"savepoint", {"ROLLBACK", "SAVEPOINT $name", "SAVEPOINT $name", "RELEASE $name", "ROLLBACK TO $name"}},

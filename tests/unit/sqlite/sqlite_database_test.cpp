@@ -43,7 +43,7 @@ class SqliteDatabaseTest : public testing::Test {
     for (const auto value : values) command->AppendParameter(value);
     return command->Execute(ports::Command::kExecuteUnspecified);
   }
-  std::vector<std::string> Column(ports::Recordset& rows) {
+  static std::vector<std::string> Column(ports::Recordset& rows) {
     std::vector<std::string> texts;
     for (; !rows.AtEnd(); rows.MoveNext()) texts.emplace_back(rows.Text(0));
     return texts;
@@ -55,7 +55,7 @@ class SqliteDatabaseTest : public testing::Test {
     Execute(connection, "INSERT INTO PhoneLine (Line) VALUES (?)", {line});
   }
   fs::path NewDatabase(std::string_view name = "CTIDB.mdb") {
-    const auto path = folder_.File(name);
+    auto path = folder_.File(name);
     MakeContactsDatabase(path);
     return path;
   }

@@ -49,13 +49,13 @@ class SqliteFileConversionTest : public testing::Test {
   /// All values of all tables, through `connection`.
   static std::vector<std::string> Everything(sqlite3* connection) {
     std::vector<std::string> rows;
-    for (const char* const query :
-         {"SELECT id_Contact, Name, SearchPhone1, SearchPhone2, PhoneType1, PhoneType2, Note, UserField4, "
-          "Email "
-          "FROM Contact ORDER BY id_Contact",
-          "SELECT id, name, \"Order\" FROM PhoneType ORDER BY id", "SELECT * FROM PhoneLine ORDER BY id",
-          "SELECT Field1, Field2, Field3, Field4 FROM UserFields", "SELECT Position FROM Position ORDER BY 1",
-          "SELECT Country FROM Country"}) {
+    for (
+        const char* const query :
+        {R"(SELECT id_Contact, Name, SearchPhone1, SearchPhone2, PhoneType1, PhoneType2, Note, UserField4, Email
+             FROM Contact ORDER BY id_Contact)",
+         "SELECT id, name, \"Order\" FROM PhoneType ORDER BY id", "SELECT * FROM PhoneLine ORDER BY id",
+         "SELECT Field1, Field2, Field3, Field4 FROM UserFields", "SELECT Position FROM Position ORDER BY 1",
+         "SELECT Country FROM Country"}) {
       sqlite3_stmt* prepared = nullptr;
       EXPECT_EQ(sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr), SQLITE_OK);
       const StatementPointer statement(prepared);
@@ -72,7 +72,7 @@ class SqliteFileConversionTest : public testing::Test {
   }
   std::string ErrorOfOpening(jet::FileLayer& files) {
     try {
-      SqliteHandle(files, path_);
+      const SqliteHandle handle(files, path_);
       return {};
     } catch (const base::RuntimeError& error) {
       return error.description();

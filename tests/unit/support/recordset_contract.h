@@ -28,8 +28,9 @@ inline void ExpectContract(ports::Recordset& rows, int index, const std::string&
     EXPECT_EQ(ErrorNumberOf([&] { rows.MoveTo(row); }), base::kSubscriptOutOfRange) << row;
     EXPECT_EQ(rows.Text(index), "b");
   }
-  for (const std::string& sort : {std::string("Nothing"), descending + " DESC", std::string("DESC"),
-                                  name + " ASC, " + name, name + "\" DESC; --", std::string("1")}) {
+  const std::string sorts[] = {
+      "Nothing", descending + " DESC", "DESC", name + " ASC, " + name, name + "\" DESC; --", "1"};
+  for (const std::string& sort : sorts) {
     EXPECT_EQ(ErrorNumberOf([&] { rows.SetSort(sort); }), base::kDatabaseError) << sort;
     EXPECT_EQ(rows.Sort(), descending);
     EXPECT_EQ(rows.Text(index), "b");
