@@ -93,6 +93,7 @@ TEST_F(BothFrontEnds, ChangesOfTheModelAreShownWithoutEcho) {
           Click("the checked entry", &F::mnuNew),
           Do("hide", [](F& form) { form.Hide(); }),
           kShow});
+  std::filesystem::remove(file);
 }
 
 TEST_F(BothFrontEnds, MenuArraysGrowAndShrink) {
