@@ -27,7 +27,7 @@ class MemoryGrowth {
   MemoryGrowth() {
     malloc_trim(0);
     std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts anew
-    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer)
+    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): after what comes before it
     start_ = StatusBytes("VmRSS:");
   }
   [[nodiscard]] std::int64_t Now() const { return StatusBytes("VmRSS:") - start_; }

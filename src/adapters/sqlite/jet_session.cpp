@@ -34,14 +34,12 @@ void JetSession::ReleaseSavepoint(int number) {
   const std::size_t depth = DepthOf(number);
   if (depth == savepoints_.size()) return;
   const int outer = depth == 0 ? -1 : savepoints_[depth - 1];
-  if (number - 1 > outer) {  // it goes on standing for those around it that were never told
-    if (depth + 1 < savepoints_.size()) database_->ReleaseSavepoint(depth + 1);
-    savepoints_.resize(depth + 1);
-    savepoints_.back() = number - 1;
-    return;
-  }
-  database_->ReleaseSavepoint(depth);
-  savepoints_.resize(depth);
+  // It goes on standing for those around it that were never told.
+  const bool stays = number - 1 > outer;
+  const std::size_t kept = stays ? depth + 1 : depth;
+  if (kept < savepoints_.size()) database_->ReleaseSavepoint(kept);
+  savepoints_.resize(kept);
+  if (stays) savepoints_.back() = number - 1;
 }
 
 void JetSession::RollbackToSavepoint(int number) {

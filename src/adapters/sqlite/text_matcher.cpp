@@ -7,7 +7,7 @@
 namespace kestro::adapters {
 namespace {
 
-/// All of them.
+/// All there are: the long s and the Kelvin sign, U+212A, whose bytes 2A 21 read "*!".
 constexpr OtherSpelling kOtherSpellings[] = {{'s', "\u017F", "\x7F\x01"}, {'k', "\u212A", "*!"}};
 
 std::string AsciiStart(std::u32string_view folded) {
